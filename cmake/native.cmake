@@ -1,0 +1,17 @@
+# Unit tests: the portable rooms under the sanitizers, one program a room.
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+file(GLOB fake_sources CONFIGURE_DEPENDS tests/fakes/*.cpp)
+add_library(korvanta_fakes STATIC ${fake_sources})
+target_include_directories(korvanta_fakes PUBLIC tests)
+target_link_libraries(korvanta_fakes PUBLIC korvanta_portable GTest::gmock)
+
+foreach(room controls common server detection ui app)
+  file(GLOB test_sources CONFIGURE_DEPENDS tests/unit/${room}/*.cpp)
+  if(test_sources)
+    add_executable(unit_${room} ${test_sources})
+    target_link_libraries(unit_${room} PRIVATE korvanta_fakes GTest::gmock_main)
+    gtest_discover_tests(unit_${room} TEST_PREFIX "${room}: " DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+  endif()
+endforeach()

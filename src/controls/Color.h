@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+
+namespace korvanta {
+
+// 0x00BBGGRR, or a system colour reference: the high bit and the system colour index in the low byte, so that it
+// follows the user's colour scheme.
+using Color = std::uint32_t;
+
+constexpr Color SystemColor(std::uint8_t index) {
+    return 0x80000000U | index;
+}
+constexpr Color RgbColor(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
+    return static_cast<Color>(red) | static_cast<Color>(green) << 8U | static_cast<Color>(blue) << 16U;
+}
+
+namespace systemColor {
+inline constexpr Color windowBackground = SystemColor(5);
+inline constexpr Color windowText = SystemColor(8);
+inline constexpr Color buttonFace = SystemColor(15);
+inline constexpr Color buttonText = SystemColor(18);
+inline constexpr Color hotLight = SystemColor(26);
+}  // namespace systemColor
+
+}  // namespace korvanta

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+namespace korvanta {
+
+// How much room texts take in the font that the program's windows use. All lengths are twips (1440 to the inch).
+class TextMeasure {
+  public:
+    virtual ~TextMeasure() = default;
+    // Width of one line; an "&" that marks an access key takes no room.
+    virtual int Width(const std::u16string& caption, bool bold) = 0;
+    // Height of one line.
+    virtual int LineHeight(bool bold) = 0;
+};
+
+}  // namespace korvanta

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/Spooler.h"
+
+namespace korvanta {
+
+class WaitableHandles {
+  public:
+    virtual ~WaitableHandles() = default;
+    // WaitForMultipleObjects for any one of the handles, without waiting. The result is the call's own: the index of
+    // a signalled handle, 258 when none is, 0xFFFFFFFF for a failure (an empty list is one).
+    virtual std::uint32_t PollAny(const std::vector<ChangeHandle>& handles) = 0;
+};
+
+}  // namespace korvanta
