@@ -1,0 +1,177 @@
+#include "driver/Client.h"
+
+#include <algorithm>
+#include <cwctype>
+#include <stdexcept>
+#include <vector>
+
+#include "driver/Files.h"
+
+namespace driver {
+namespace {
+
+constexpr UINT iconMessage = WM_MOUSEMOVE;
+constexpr WPARAM iconIdentifier = 1;
+constexpr WPARAM firstMenuEntry = 0x9000;
+const std::wstring programName = L"\\KorvantaClient.exe";
+
+// The environment of this process with the two variables that name the temporary folder.
+std::wstring EnvironmentWith(const std::wstring& temporaryFolder) {
+    std::wstring block;
+    wchar_t* own = GetEnvironmentStringsW();
+    for (const wchar_t* entry = own; *entry != L'\0'; entry += std::wstring(entry).size() + 1) {
+        const std::wstring text = entry;
+        const std::wstring name = text.substr(0, text.find(L'=', 1));
+        if (_wcsicmp(name.c_str(), L"TEMP") != 0 && _wcsicmp(name.c_str(), L"TMP") != 0) {
+            block.append(text).push_back(L'\0');
+        }
+    }
+    FreeEnvironmentStringsW(own);
+    for (const wchar_t* name : {L"TEMP=", L"TMP="}) {
+        block.append(name).append(temporaryFolder).push_back(L'\0');
+    }
+    block.push_back(L'\0');
+    return block;
+}
+
+template <typename Query>
+std::wstring SystemName(Query query) {
+    wchar_t name[256];
+    DWORD size = 256;
+    return query(name, &size) ? std::wstring(name) : std::wstring();
+}
+
+}  // namespace
+
+Client::Client(const std::wstring& program, const std::wstring& folder)
+    : folder_(folder), temporaryFolder_(folder + L"\\temp") {
+    MakeFolders(temporaryFolder_);
+    CopyOver(program, folder_ + programName);
+}
+
+Client::~Client() {
+    Kill();
+}
+
+void Client::Start(const std::wstring& arguments) {
+    Forget();
+    std::wstring commandLine = L"\"" + folder_ + programName + L"\"";
+    if (!arguments.empty()) {
+        commandLine += L" " + arguments;
+    }
+    std::wstring environment = EnvironmentWith(temporaryFolder_);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, CREATE_UNICODE_ENVIRONMENT,
+                        environment.data(), folder_.c_str(), &startup, &process)) {
+        throw std::runtime_error("cannot start the client: error " + std::to_string(GetLastError()));
+    }
+    CloseHandle(process.hThread);
+    process_ = process.hProcess;
+    processId_ = process.dwProcessId;
+}
+
+void Client::Kill() {
+    if (Running()) {
+        TerminateProcess(process_, 0);
+        WaitForSingleObject(process_, 5000);
+    }
+    Forget();
+}
+
+void Client::Forget() {
+    if (process_ != nullptr) {
+        CloseHandle(process_);
+    }
+    process_ = nullptr;
+    processId_ = 0;
+}
+
+bool Client::Running() const {
+    return process_ != nullptr && WaitForSingleObject(process_, 0) == WAIT_TIMEOUT;
+}
+
+bool Client::WaitForEnd(std::chrono::milliseconds limit) const {
+    return process_ != nullptr && WaitForSingleObject(process_, static_cast<DWORD>(limit.count())) == WAIT_OBJECT_0;
+}
+
+DWORD Client::ExitCode() const {
+    DWORD code = STILL_ACTIVE;
+    GetExitCodeProcess(process_, &code);
+    return code;
+}
+
+Window Client::Form(const std::wstring& name) const {
+    const std::vector<Window> windows =
+        processId_ != 0 ? TopLevelWindows(processId_, FormClass(name)) : std::vector<Window>();
+    return windows.empty() ? Window() : windows.front();
+}
+
+Window Client::Control(const std::wstring& form, const std::wstring& control) const {
+    return Form(form).Control(control);
+}
+
+bool Client::WaitForVisible(const std::wstring& form, std::chrono::milliseconds limit) const {
+    return WaitFor([&] { return Form(form).Visible() || !Running(); }, limit) && Form(form).Visible();
+}
+
+bool Client::WaitForHidden(const std::wstring& form, std::chrono::milliseconds limit) const {
+    return WaitFor([&] { return !Form(form).Visible(); }, limit);
+}
+
+std::optional<MessageWindow> Client::WaitForMessage(std::chrono::milliseconds limit) const {
+    std::vector<MessageWindow> boxes;
+    WaitFor(
+        [&] {
+            boxes = MessageWindowsOf(processId_);
+            return !boxes.empty() || !Running();
+        },
+        limit);
+    return boxes.empty() ? std::nullopt : std::optional<MessageWindow>(boxes.front());
+}
+
+bool Client::WaitForMonitoring() const {
+    const auto beats = [&] {
+        const std::wstring activity = Control(L"frmMain", L"lblActivity").Text();
+        return activity.ends_with(L" Idle.") || activity.ends_with(L" Polling servers");
+    };
+    return WaitFor([&] { return beats() || !Running(); }) && Running();
+}
+
+bool Client::Answers() const {
+    const std::vector<Window> windows = TopLevelWindows(processId_, L"");
+    return !windows.empty() && std::all_of(windows.begin(), windows.end(),
+                                           [](const Window& window) { return window.Answers() || !window.Exists(); });
+}
+
+void Client::DoubleClickIcon() const {
+    Form(L"frmMain").Post(iconMessage, iconIdentifier, WM_LBUTTONDBLCLK);
+}
+
+void Client::ChooseMenuEntry(int position) const {
+    Form(L"frmMain").Post(WM_COMMAND, firstMenuEntry + static_cast<WPARAM>(position));
+}
+
+void Client::EndSession() const {
+    const Window window = Form(L"frmMain");
+    window.Send(WM_QUERYENDSESSION, 0, static_cast<LPARAM>(ENDSESSION_LOGOFF));
+    window.Send(WM_ENDSESSION, TRUE, static_cast<LPARAM>(ENDSESSION_LOGOFF));
+}
+
+std::wstring FormClass(const std::wstring& form) {
+    return L"Korvanta." + form;
+}
+
+std::wstring CurrentUser() {
+    std::wstring name = SystemName([](wchar_t* buffer, DWORD* size) { return GetUserNameW(buffer, size); });
+    std::transform(name.begin(), name.end(), name.begin(),
+                   [](wchar_t letter) { return static_cast<wchar_t>(std::towlower(letter)); });
+    return name;
+}
+
+std::wstring CurrentMachine() {
+    return SystemName([](wchar_t* buffer, DWORD* size) { return GetComputerNameW(buffer, size); });
+}
+
+}  // namespace driver

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <windows.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "driver/MessageWindow.h"
+#include "driver/Wait.h"
+#include "driver/Window.h"
+
+namespace driver {
+
+// One copy of the client program, in a folder of its own with a temporary folder of its own, so that nothing of an
+// earlier run is found. The process ends with the object.
+class Client {
+  public:
+    // Makes `folder` and copies the program into it.
+    Client(const std::wstring& program, const std::wstring& folder);
+    ~Client();
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    const std::wstring& Folder() const { return folder_; }
+    const std::wstring& TemporaryFolder() const { return temporaryFolder_; }
+
+    void Start(const std::wstring& arguments = L"");
+    // Ends the process at once, as a power cut does.
+    void Kill();
+    bool Running() const;
+    bool WaitForEnd(std::chrono::milliseconds limit = usualLimit) const;
+    // Of a process that has ended.
+    DWORD ExitCode() const;
+    DWORD ProcessId() const { return processId_; }
+
+    // The form's window, hidden or not; none while there is none.
+    Window Form(const std::wstring& name) const;
+    Window Control(const std::wstring& form, const std::wstring& control) const;
+    bool WaitForVisible(const std::wstring& form, std::chrono::milliseconds limit = usualLimit) const;
+    bool WaitForHidden(const std::wstring& form, std::chrono::milliseconds limit = usualLimit) const;
+    // Waits for a message box.
+    std::optional<MessageWindow> WaitForMessage(std::chrono::milliseconds limit = usualLimit) const;
+    // Whether the client has got through its start and beats.
+    bool WaitForMonitoring() const;
+    // Whether every form answers a message within two seconds.
+    bool Answers() const;
+
+    // What the notification area sends for a double click on the icon.
+    void DoubleClickIcon() const;
+    // Chooses an entry of the popup menu, counted from 0.
+    void ChooseMenuEntry(int position) const;
+    // What Windows sends when the session ends.
+    void EndSession() const;
+
+  private:
+    void Forget();
+
+    std::wstring folder_;
+    std::wstring temporaryFolder_;
+    HANDLE process_ = nullptr;
+    DWORD processId_ = 0;
+};
+
+// The class of a form's window.
+std::wstring FormClass(const std::wstring& form);
+// The name under which the session's user is known, in lower case, and the machine's name.
+std::wstring CurrentUser();
+std::wstring CurrentMachine();
+
+}  // namespace driver
