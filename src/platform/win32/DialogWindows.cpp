@@ -1,0 +1,50 @@
+#include "platform/win32/DialogWindows.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/win32/TextCalls.h"
+
+namespace korvanta {
+
+void DialogWindows::Add(HWND window, KeyFilter filter) {
+    entries_.push_back({window, std::move(filter)});
+}
+
+void DialogWindows::Remove(HWND window) {
+    std::erase_if(entries_, [window](const Entry& entry) { return entry.window == window; });
+}
+
+std::vector<DialogWindows::Entry>::iterator DialogWindows::Find(HWND window) {
+    return std::find_if(entries_.begin(), entries_.end(),
+                        [window](const Entry& entry) { return entry.window == window; });
+}
+
+HWND DialogWindows::Owner(HWND target) const {
+    for (const Entry& entry : entries_) {
+        if (entry.window == target || ::IsChild(entry.window, target)) {
+            return entry.window;
+        }
+    }
+    return nullptr;
+}
+
+bool DialogWindows::Translate(MSG& message) {
+    const HWND window = message.hwnd ? Owner(message.hwnd) : nullptr;
+    if (!window) {
+        return false;
+    }
+    if (message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST) {
+        // A copy, because the filter may make or end windows.
+        const KeyFilter filter = Find(window)->filter;
+        if (filter && filter(message)) {
+            return true;
+        }
+        if (Find(window) == entries_.end()) {
+            return true;
+        }
+    }
+    return textCalls::IsDialogKey(window, message);
+}
+
+}  // namespace korvanta

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <vector>
+
+namespace korvanta {
+
+// The program's top-level windows that want dialog keys (Tab, access keys, default and cancel button). Every message
+// loop of the program shows its messages here first.
+class DialogWindows {
+  public:
+    // Sees a keyboard message before the dialog keys do; true uses it up.
+    using KeyFilter = std::function<bool(const MSG& message)>;
+
+    void Add(HWND window, KeyFilter filter = {});
+    void Remove(HWND window);
+    // True when the message, one for such a window or a child of it, has been dealt with and must not be dispatched.
+    bool Translate(MSG& message);
+
+  private:
+    struct Entry {
+        HWND window;
+        KeyFilter filter;
+    };
+    std::vector<Entry>::iterator Find(HWND window);
+    HWND Owner(HWND target) const;
+
+    std::vector<Entry> entries_;
+};
+
+}  // namespace korvanta
