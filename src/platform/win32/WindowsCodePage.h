@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/CodePage.h"
+
+namespace korvanta {
+
+class WindowsCodePage : public CodePage {
+  public:
+    std::u16string Decode(std::string_view bytes) const override;
+    std::string Encode(std::u16string_view text) const override;
+};
+
+}  // namespace korvanta

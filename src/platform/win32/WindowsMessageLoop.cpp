@@ -1,0 +1,80 @@
+#include "platform/win32/WindowsMessageLoop.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "platform/win32/DialogWindows.h"
+#include "platform/win32/TextCalls.h"
+
+namespace korvanta {
+
+namespace {
+
+constexpr DWORD leastPause = 10;  // milliseconds
+
+void Handle(DialogWindows& dialogs, MSG& message) {
+    if (!dialogs.Translate(message)) {
+        textCalls::Dispatch(message);
+    }
+}
+
+}  // namespace
+
+void WindowsMessageLoop::RunPending() {
+    using TimerName = std::pair<HWND, WPARAM>;
+    std::vector<TimerName> ticked;
+    MSG message;
+    while (textCalls::PeekNextMessage(message, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            // Taken from under the loop that runs around this call, which must see it too.
+            quitting_ = true;
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            break;
+        }
+        bool again = false;
+        if (message.message == WM_TIMER) {
+            // A timer that is due again was not waiting when this began; a slow handler must not keep us here for ever.
+            const TimerName timer(message.hwnd, message.wParam);
+            again = std::find(ticked.begin(), ticked.end(), timer) != ticked.end();
+            ticked.push_back(timer);
+        }
+        Handle(dialogs_, message);
+        if (again) {
+            break;
+        }
+    }
+    lastLook_ = ::GetTickCount();
+    looked_ = true;
+}
+
+void WindowsMessageLoop::RunPendingOften() {
+    if (!looked_ || ::GetTickCount() - lastLook_ >= leastPause) {
+        RunPending();
+    }
+}
+
+void WindowsMessageLoop::Run() {
+    RunWhile([] { return true; });
+}
+
+void WindowsMessageLoop::Quit() {
+    quitting_ = true;
+    ::PostQuitMessage(0);
+}
+
+void WindowsMessageLoop::RunWhile(const std::function<bool()>& goOn) {
+    MSG message;
+    while (!quitting_ && goOn()) {
+        if (textCalls::NextMessage(message) <= 0) {
+            quitting_ = true;
+            ::PostQuitMessage(0);
+            return;
+        }
+        Handle(dialogs_, message);
+    }
+}
+
+}  // namespace korvanta

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "platform/MessageLoop.h"
+
+namespace korvanta {
+
+class DialogWindows;
+
+class WindowsMessageLoop : public MessageLoop {
+  public:
+    explicit WindowsMessageLoop(DialogWindows& dialogs) : dialogs_(dialogs) {}
+
+    void RunPending() override;
+    void RunPendingOften() override;
+    void Run() override;
+    void Quit() override;
+
+    // A modal window's loop: waits for messages and handles them as long as `goOn` is true and nobody quits. `goOn` is
+    // asked before every wait.
+    void RunWhile(const std::function<bool()>& goOn);
+    // Whether Quit has been called, or the system has ended the loop.
+    bool Quitting() const { return quitting_; }
+
+  private:
+    DialogWindows& dialogs_;
+    std::uint32_t lastLook_ = 0;
+    bool looked_ = false;
+    bool quitting_ = false;
+};
+
+}  // namespace korvanta

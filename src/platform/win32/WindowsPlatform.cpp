@@ -1,0 +1,66 @@
+#include "platform/win32/WindowsPlatform.h"
+
+#include "platform/win32/DialogWindows.h"
+#include "platform/win32/Fonts.h"
+#include "platform/win32/WindowsClock.h"
+#include "platform/win32/WindowsCodePage.h"
+#include "platform/win32/WindowsFileSystem.h"
+#include "platform/win32/WindowsInternet.h"
+#include "platform/win32/WindowsMessageBoxes.h"
+#include "platform/win32/WindowsMessageLoop.h"
+#include "platform/win32/WindowsMutex.h"
+#include "platform/win32/WindowsRegistry.h"
+#include "platform/win32/WindowsScreen.h"
+#include "platform/win32/WindowsShell.h"
+#include "platform/win32/WindowsSockets.h"
+#include "platform/win32/WindowsSpooler.h"
+#include "platform/win32/WindowsSystem.h"
+#include "platform/win32/WindowsTextMeasure.h"
+#include "platform/win32/WindowsWaitableHandles.h"
+
+namespace korvanta {
+
+// In the order in which they build on each other.
+struct WindowsPlatform::Parts {
+    Fonts fonts;
+    DialogWindows dialogs;
+    WindowsFileSystem files;
+    WindowsCodePage codePage;
+    WindowsRegistry registry;
+    WindowsSpooler spooler;
+    WindowsWaitableHandles waitableHandles;
+    WindowsMutexFactory mutexes;
+    WindowsInternet internet;
+    WindowsSockets sockets;
+    WindowsShell shell;
+    WindowsSystem system;
+    WindowsClock clock;
+    WindowsMessageLoop messageLoop{dialogs};
+    WindowsMessageBoxes messageBoxes{messageLoop};
+    WindowsScreen screen{fonts};
+    WindowsTextMeasure textMeasure{fonts};
+    Platform services{files, codePage, registry, spooler,      waitableHandles, mutexes, internet,   sockets,
+                      shell, system,   clock,    messageBoxes, messageLoop,     screen,  textMeasure};
+};
+
+WindowsPlatform::WindowsPlatform() : parts_(std::make_unique<Parts>()) {}
+
+WindowsPlatform::~WindowsPlatform() = default;
+
+Platform& WindowsPlatform::Services() {
+    return parts_->services;
+}
+
+const Fonts& WindowsPlatform::DialogFonts() const {
+    return parts_->fonts;
+}
+
+DialogWindows& WindowsPlatform::Dialogs() {
+    return parts_->dialogs;
+}
+
+WindowsMessageLoop& WindowsPlatform::Loop() {
+    return parts_->messageLoop;
+}
+
+}  // namespace korvanta

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/Platform.h"
+
+namespace korvanta {
+
+class DialogWindows;
+class Fonts;
+class WindowsMessageLoop;
+
+// The real services: one of each, made once and living as long as this object. What it gives lives as long.
+class WindowsPlatform {
+  public:
+    WindowsPlatform();
+    ~WindowsPlatform();
+    WindowsPlatform(const WindowsPlatform&) = delete;
+    WindowsPlatform& operator=(const WindowsPlatform&) = delete;
+
+    Platform& Services();
+
+    // What the windows on the screen share with the services.
+    const Fonts& DialogFonts() const;
+    DialogWindows& Dialogs();
+    WindowsMessageLoop& Loop();
+
+  private:
+    struct Parts;
+    std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace korvanta
