@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "common/Object.h"
+
+namespace korvanta {
+
+// One account to which a print job can be charged: a main account, or a sub-account of the main account above it.
+class clsAccount : public Object {
+  public:
+    std::int32_t AccountID = 0;
+    bool IsMain = false;
+    std::u16string MainTitle;  // for a sub-account its main account's title
+    std::u16string SubTitle;
+    bool IsActive = false;  // may be chosen
+    bool AllowNoninvoiceable = false;
+    std::int16_t RequireComment = 0;  // 2: mandatory; any non-zero value: the comment is sent
+    std::u16string Password;
+    std::int32_t NumPages = 0;  // with Cost not part of the string form
+    double Cost = 0;
+
+    // "Smith" for a main account, "Smith / Audit" for its sub-account.
+    std::u16string CompoundTitle() const;
+
+    // The first eight fields joined by fieldSeparator: a line of the accounts file.
+    std::u16string StringForm() const;
+    // Takes the fields from a string form; what follows the eighth is ignored. Raises Error 9 "Subscript out of range"
+    // for a missing field, 13 or 6 for a number that is none or too large, and the account is then as it was.
+    void StringForm(std::u16string_view text);
+    static std::u16string GenerateStringForm(std::int32_t accountId, bool isMain, std::u16string_view mainTitle,
+                                             std::u16string_view subTitle, bool isActive, bool allowNoninvoiceable,
+                                             std::int16_t requireComment, std::u16string_view password);
+};
+
+}  // namespace korvanta

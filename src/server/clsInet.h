@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "controls/Event.h"
+#include "platform/FileSystem.h"
+#include "platform/Internet.h"
+#include "platform/MessageBoxes.h"
+#include "platform/MessageLoop.h"
+
+namespace korvanta {
+
+// Fetches web pages. Messages run between the pieces of a response, so handlers may fetch again meanwhile.
+class clsInet {
+  public:
+    // Bytes of the longest response that is taken: one byte-order mark and the longest text that is read.
+    static constexpr std::size_t longestResponse = std::size_t{1} << 24U;
+
+    clsInet(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes);
+
+    // The body of the response, byte for byte; when `path` is not empty it is also written to that file, from its
+    // start and without truncating it first, after the last message has run. A URL that cannot be opened has an empty
+    // body, and a connection that breaks ends the body where it broke. Never raises: any other failure is told to the
+    // user in a message box (error 52 "Bad file name or number" is not) and gives the empty body.
+    std::string GetURLSource(const std::u16string& url, const std::u16string& path);
+
+    // After every read: the size of the read buffer and the number of bytes received so far.
+    Event<std::int32_t, std::int32_t> BufferRead;
+
+  private:
+    std::string Receive(const std::u16string& url);
+    void Store(const std::string& body, const std::u16string& path);
+
+    FileSystem& files_;
+    Internet& internet_;
+    MessageLoop& messages_;
+    MessageBoxes& boxes_;
+};
+
+}  // namespace korvanta

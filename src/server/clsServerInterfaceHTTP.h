@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "common/Services.h"
+#include "server/IServerInterface.h"
+#include "server/clsInet.h"
+
+namespace korvanta {
+
+// Fetches a server's files from its web service, on the default port. Messages run while a response comes in. Every
+// download of one object goes through one temporary file.
+class clsServerInterfaceHTTP : public IServerInterface {
+  public:
+    // `userName` names the current user's job files: trimmed, without NULs, in lower case.
+    clsServerInterfaceHTTP(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes,
+                           TraceLog& log, std::u16string userName);
+
+  private:
+    void IServerInterface_ServerName(const std::u16string& serverName) override;
+    std::u16string IServerInterface_GetPrintersFile() override;
+    std::u16string IServerInterface_GetServersFile() override;
+    std::u16string IServerInterface_GetClientSettingsFile() override;
+    bool IServerInterface_TestHealth() override;
+    std::u16string IServerInterface_GetJobCounter() override;
+    std::u16string IServerInterface_GetJobNotificationFile(std::int32_t jobId) override;
+    bool IServerInterface_TestJobNotificationFile(std::int32_t jobId) override;
+
+    std::u16string DataUrl(const std::u16string& name) const;
+    std::u16string JobUrl(const std::u16string& name) const;
+    // The text of a file that begins with a UTF-16 byte-order mark; anything else is the empty text.
+    std::u16string GetURL(const std::u16string& url);
+    // False only when the response says "file not found".
+    bool TestURL(const std::u16string& url);
+    std::u16string ReadTemporaryFile();
+
+    FileSystem& files_;
+    TraceLog& log_;
+    const std::u16string userName_;
+    clsInet inet_;
+    const std::u16string temporaryFile_;
+    std::u16string serverName_;
+};
+
+}  // namespace korvanta

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "common/Services.h"
+#include "platform/FileSystem.h"
+#include "platform/Internet.h"
+#include "platform/MessageBoxes.h"
+#include "platform/MessageLoop.h"
+#include "server/IServerInterface.h"
+
+namespace korvanta {
+
+// Hands out the one IServerInterface of each server; server names are the same in any letter case.
+class clsServerInterfaces {
+  public:
+    // `userName` is the current user's login name, trimmed, without NULs, in lower case.
+    clsServerInterfaces(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes,
+                        TraceLog& log, std::u16string userName);
+
+    // The transport of the interfaces made from now on: 0 file shares (the default), anything else HTTP. Those made
+    // already keep theirs.
+    void InterfaceType(std::int32_t type);
+    // The server's interface, made at the first request without asking the server, with its ServerName set to the
+    // name in upper case.
+    std::shared_ptr<IServerInterface> Interface(const std::u16string& serverName);
+    // Starts afresh: no interfaces, file shares. Who holds an interface keeps it.
+    void Renew();
+
+  private:
+    std::shared_ptr<IServerInterface> Make() const;
+
+    FileSystem& files_;
+    Internet& internet_;
+    MessageLoop& messages_;
+    MessageBoxes& boxes_;
+    TraceLog& log_;
+    const std::u16string userName_;
+    std::int32_t type_ = 0;
+    std::map<std::u16string, std::shared_ptr<IServerInterface>> interfaces_;
+};
+
+}  // namespace korvanta
