@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "common/Services.h"
+#include "detection/basIPUtil.h"
+#include "platform/Sockets.h"
+#include "platform/System.h"
+
+namespace korvanta {
+
+class clsClientSettings;
+
+// Decides whether a job belongs to the user at this machine.
+class clsPrintJobMatcher {
+  public:
+    // Looks up this machine's names and address, which stay fixed. Raises what `systemInformation` raises.
+    clsPrintJobMatcher(SystemInformation& systemInformation, Sockets& sockets, System& system,
+                       const clsClientSettings& clientSettings, TraceLog& log);
+
+    // `strPrinterMachineName` is the job's full printer name. On Windows 95/98/Me with job detection other than file
+    // monitoring the job's machine is compared with the printer's server; a printer name without one raises Error 5.
+    bool JobMatch(const std::u16string& strUsername, const std::u16string& strMachineName,
+                  const std::u16string& strPrinterMachineName);
+
+  private:
+    struct Machine {
+        std::u16string name;
+        std::u16string address;
+    };
+
+    Machine DesiredMachine(bool isWindows9x, const std::u16string& fullPrinterName);
+    void LogJob(const std::u16string& user, const std::u16string& machine, const std::u16string& desiredMachine,
+                std::int32_t matchMethod);
+    bool Decide(std::int32_t matchMethod, bool isWindows9x, const std::u16string& user, const std::u16string& machine,
+                const Machine& desired);
+    bool MachineMatches(const std::u16string& machine, const Machine& desired);
+    std::u16string ResolvedName(const std::u16string& address);
+    std::u16string AddressOf(std::u16string hostName);
+
+    SystemInformation& systemInformation_;
+    const clsClientSettings& clientSettings_;
+    TraceLog& log_;
+    basIPUtil ipUtil_;
+    const std::u16string ownUserName_;
+    const Machine ownMachine_;
+    std::map<std::u16string, std::u16string> resolvedNames_;  // short host names by address text
+};
+
+}  // namespace korvanta

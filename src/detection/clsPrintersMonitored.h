@@ -1,0 +1,50 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "common/List.h"
+#include "common/Services.h"
+#include "platform/Mutex.h"
+
+namespace korvanta {
+
+class clsServerInterfaces;
+
+// The print servers and the printers that the client watches, as the servers publish them.
+class clsPrintersMonitored {
+  public:
+    clsPrintersMonitored(clsServerInterfaces& serverInterfaces, MutexFactory& mutexes, TraceLog& log,
+                         const std::u16string& primaryServerName);
+
+    // Server names; the primary server first, and again where the servers list names it too. Each refresh makes new
+    // lists, so who holds one keeps it as it is.
+    std::shared_ptr<List> ServerList() const { return serverList_; }
+    // Full printer names ("\\server\printer"), grouped by server in the order of ServerList; duplicates are kept.
+    std::shared_ptr<List> PrinterList() const { return printerList_; }
+    // What the last completed refresh found; false before the first.
+    bool PrinterListChanged() const { return printerListChanged_; }
+
+    // Reads all lists from the servers again. A server that cannot be read keeps its last known printers. Messages may
+    // run while a server answers.
+    void RefreshPrinterLists();
+
+  private:
+    std::shared_ptr<List> ReadServerNames();
+    std::shared_ptr<List> ReadPrinterNames(const std::u16string& serverName);
+    std::shared_ptr<List> PrintersOfAllServers() const;
+
+    clsServerInterfaces& serverInterfaces_;
+    MutexFactory& mutexes_;
+    TraceLog& log_;
+    const std::u16string primaryServerName_;
+    std::shared_ptr<List> serverList_;
+    std::shared_ptr<List> printerList_;
+    bool printerListChanged_ = false;
+    std::map<std::u16string, std::shared_ptr<List>> printersByServer_;  // the last that were read, by exact name
+};
+
+}  // namespace korvanta
