@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/CodePage.h"
+
+namespace korvanta::fakes {
+
+// Latin-1: every byte is the unit of the same number; what it lacks becomes "?".
+class FakeCodePage : public CodePage {
+  public:
+    std::u16string Decode(std::string_view bytes) const override {
+        std::u16string text;
+        text.reserve(bytes.size());
+        for (const char byte : bytes) {
+            text += static_cast<char16_t>(static_cast<unsigned char>(byte));
+        }
+        return text;
+    }
+    std::string Encode(std::u16string_view text) const override {
+        std::string bytes;
+        bytes.reserve(text.size());
+        for (const char16_t unit : text) {
+            bytes += unit < 0x100 ? static_cast<char>(unit) : '?';
+        }
+        return bytes;
+    }
+};
+
+}  // namespace korvanta::fakes

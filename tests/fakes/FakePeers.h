@@ -1,0 +1,81 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "controls/Form.h"
+#include "controls/Grid.h"
+#include "controls/Peer.h"
+
+namespace korvanta::fakes {
+
+// What the peer of one control was told. It stays when the peer is gone.
+struct PeerRecord {
+    std::vector<Aspect> changes;
+    int focused = 0;
+    int repainted = 0;
+    int made = 0;
+    int alive = 0;
+    // Of forms alone:
+    int shown = 0;
+    int shownModally = 0;
+    int hidden = 0;
+    int broughtToForeground = 0;
+    int flashed = 0;
+    int popups = 0;
+    bool visible = false;
+    WindowId window = 0;
+
+    int Count(Aspect aspect) const;
+    int Last(Aspect aspect) const;  // index of its last report in `changes`, -1 without one
+};
+
+// Makes peers that show nothing and keep what they are told.
+class FakePeers : public PeerFactory {
+  public:
+    // The record of a control that has, or had, a peer; an empty one otherwise.
+    PeerRecord& Of(const Control& control);
+    int PeersAlive() const;
+
+    // What happens while a form is shown modally: the first script that is left, or else `onShowModal`. A form that is
+    // still shown afterwards is hidden, as when the program ends.
+    std::deque<std::function<void(Form& form)>> modalScripts;
+    std::function<void(Form& form)> onShowModal;
+    // Called while a menu is up; a test may call HandleClick of an entry.
+    std::function<void(Form& form, PopupMenu& menu)> onShowPopup;
+    // Called at each report of a change, after it was kept.
+    std::function<void(Control& control, Aspect aspect)> onChanged;
+    // No peers at all, as where windows cannot be made; forms then have none either.
+    bool refuse = false;
+
+    std::unique_ptr<FormPeer> Make(Form& form) override;
+    std::unique_ptr<ControlPeer> Make(Container& panel) override;
+    std::unique_ptr<ControlPeer> Make(CheckBox& checkBox) override;
+    std::unique_ptr<ControlPeer> Make(ComboBox& comboBox) override;
+    std::unique_ptr<ControlPeer> Make(CommandButton& button) override;
+    std::unique_ptr<ControlPeer> Make(Grid& grid) override;
+    std::unique_ptr<ControlPeer> Make(Image& image) override;
+    std::unique_ptr<ControlPeer> Make(Label& label) override;
+    std::unique_ptr<ControlPeer> Make(Line& line) override;
+    std::unique_ptr<ControlPeer> Make(ListView& listView) override;
+    std::unique_ptr<ControlPeer> Make(ProgressBar& progressBar) override;
+    std::unique_ptr<ControlPeer> Make(TabStrip& tabStrip) override;
+    std::unique_ptr<ControlPeer> Make(TextBox& textBox) override;
+    std::unique_ptr<ControlPeer> Make(Timer& timer) override;
+
+  private:
+    class PlainPeer;
+    class WindowPeer;
+    friend class PlainPeer;
+    friend class WindowPeer;
+    std::shared_ptr<PeerRecord> RecordOf(const Control& control);
+    std::unique_ptr<ControlPeer> MakePlain(Control& control);
+
+    std::map<const Control*, std::shared_ptr<PeerRecord>> records_;
+    WindowId nextWindow_ = 1000;
+};
+
+}  // namespace korvanta::fakes
