@@ -19,7 +19,9 @@ namespace systemColor {
 inline constexpr Color windowBackground = SystemColor(5);
 inline constexpr Color windowText = SystemColor(8);
 inline constexpr Color buttonFace = SystemColor(15);
+inline constexpr Color buttonShadow = SystemColor(16);
 inline constexpr Color buttonText = SystemColor(18);
+inline constexpr Color buttonHighlight = SystemColor(20);
 inline constexpr Color hotLight = SystemColor(26);
 }  // namespace systemColor
 

@@ -4,6 +4,11 @@
 
 namespace korvanta {
 
+namespace {
+// A bar that moves by less than this part of itself is not drawn anew: a long list counts faster than eyes see.
+constexpr std::int64_t visibleSteps = 256;
+}  // namespace
+
 void Label::Transparent(bool transparent) {
     if (transparent_ != transparent) {
         transparent_ = transparent;
@@ -78,8 +83,10 @@ void ProgressBar::Maximum(int maximum) {
 
 void ProgressBar::Value(int value) {
     value = std::clamp(value, 0, maximum_);
-    if (value_ != value) {
-        value_ = value;
+    const auto step = [this](int position) { return std::int64_t{position} * visibleSteps / maximum_; };
+    const bool moved = step(value_) != step(value);
+    value_ = value;
+    if (moved) {
         Tell(Aspect::Selection);
     }
 }

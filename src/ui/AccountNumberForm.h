@@ -1,0 +1,79 @@
+#pragma once
+
+#include "common/Translator.h"
+#include "controls/Form.h"
+#include "platform/TextMeasure.h"
+#include "ui/HLine.h"
+#include "ui/ctlAccountList.h"
+#include "ui/ctlBanner.h"
+
+namespace korvanta {
+
+// The controls of the account selection dialog and where they stand; what they do is frmAccountNumber's business.
+// Controls are added in reading order, which is the tab order.
+class AccountNumberForm : public Form {
+  public:
+    AccountNumberForm(TextMeasure& textMeasure, Translator& translator, const BannerServices& bannerServices);
+
+    ctlBanner ctlBanner1;
+    Label lblDocumentCaption{u"lblDocumentCaption"};
+    Label lblDocument{u"lblDocument"};
+    Label lblPrinterCaption{u"lblPrinterCaption"};
+    Label lblPrinter{u"lblPrinter"};
+    Label lblJobsQueuedCaption{u"lblJobsQueuedCaption"};
+    Label lblJobsQueued{u"lblJobsQueued"};
+    CheckBox chkSubmitAllDocuments{u"chkSubmitAllDocuments"};
+
+    TabStrip tabView{u"tabView"};
+    Frame fraAllAccounts{u"fraAllAccounts"};
+    Label lblSearch{u"lblSearch"};
+    TextBox txtSearch{u"txtSearch"};
+    CheckBox chkRememberSearch{u"chkRememberSearch"};
+    ctlAccountList ctlAccountListAll;
+    Label lblAddPreferred{u"lblAddPreferred"};
+    ProgressBar prgSearch{u"prgSearch"};
+    Frame fraPreferred{u"fraPreferred"};
+    Label lblPreferredList{u"lblPreferredList"};
+    ctlAccountList ctlAccountListPreferred;
+    Label lblRemovePreferred{u"lblRemovePreferred"};
+    Label lblMoveUp{u"lblMoveUp"};
+    Label lblMoveDown{u"lblMoveDown"};
+    Frame fraRecent{u"fraRecent"};
+    ctlAccountList ctlAccountListRecent;
+
+    Label lblComment{u"lblComment"};
+    TextBox txtComment{u"txtComment"};
+    CheckBox chkInvoice{u"chkInvoice"};
+    Label lblChargeRate{u"lblChargeRate"};
+    ComboBox cboChargeRate{u"cboChargeRate"};
+    HLine hlnButtons{u"hlnButtons"};
+    CommandButton cmdOK{u"cmdOK"};
+    CommandButton cmdCancel{u"cmdCancel"};
+    Label lblCommentMandatory{u"lblCommentMandatory"};
+
+    Timer tmrMonitor{u"tmrMonitor"};
+    Timer tmrFlash{u"tmrFlash"};
+    Timer tmrSearch{u"tmrSearch"};
+
+  protected:
+    // Places everything for the client area's size and the captions as they are now.
+    void OnResize() override;
+
+  private:
+    void SetCaptions();
+    void AddControls();
+    int ArrangeJob(int top);
+    int ArrangeCompletion();
+    void ArrangeTabs(int top, int bottom);
+    void ArrangeAllAccounts(const Place& page);
+    void ArrangePreferred(const Place& page);
+    void ComputeMinimumSize();
+    int TextWidth(const Control& control) const;
+    int CheckWidth(const CheckBox& checkBox) const;
+
+    TextMeasure& textMeasure_;
+    int line_ = 0;   // height of a line of text
+    int field_ = 0;  // height of a text box, a combo box or a button
+};
+
+}  // namespace korvanta

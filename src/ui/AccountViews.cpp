@@ -1,0 +1,367 @@
+#include "ui/AccountViews.h"
+
+#include "common/Guarded.h"
+#include "common/Text.h"
+
+namespace korvanta {
+
+namespace {
+
+constexpr std::int32_t quietTicksBeforeSearch = 6;
+constexpr std::int32_t quietTicksAfterEnter = 5;
+constexpr std::int32_t groupsBetweenMessages = 5;
+
+// Counts one more fill under way while it lives.
+class Filling {
+  public:
+    explicit Filling(int& count) : count_(count) { ++count_; }
+    ~Filling() { --count_; }
+    Filling(const Filling&) = delete;
+    Filling& operator=(const Filling&) = delete;
+
+  private:
+    int& count_;
+};
+
+}  // namespace
+
+// One walk over the account list as it was when the walk began.
+struct AccountViews::Search {
+    std::shared_ptr<const AccountTitles> titles;
+    std::u16string text;  // as typed
+    std::u16string folded;
+
+    void TakeText(const std::u16string& typed) {
+        if (text != typed) {
+            text = typed;
+            folded = Lower(typed);
+        }
+    }
+};
+
+AccountViews::AccountViews(AccountNumberForm& form, clsTLXAccounts& accounts, clsTLXPrefs& prefs,
+                           MessageLoop& messageLoop, TraceLog& log, std::function<void(std::int32_t)> accountSelected)
+    : form_(form),
+      accounts_(accounts),
+      prefs_(prefs),
+      messageLoop_(messageLoop),
+      log_(log),
+      accountSelected_(std::move(accountSelected)) {
+    ConnectControls();
+}
+
+void AccountViews::ConnectControls() {
+    const auto guarded = [this](void (AccountViews::*handler)()) {
+        return [this, handler] { Guarded(log_, u"frmAccountNumber", [this, handler] { (this->*handler)(); }); };
+    };
+    for (ctlAccountList* list :
+         {&form_.ctlAccountListAll, &form_.ctlAccountListPreferred, &form_.ctlAccountListRecent}) {
+        list->Click.Connect([this, list] { ListClicked(*list); });
+    }
+    form_.tabView.Click.Connect([this] { ShowTab(form_.tabView.Selected()); });
+    form_.txtSearch.Change.Connect([this] { SearchChanged(); });
+    form_.txtSearch.KeyDown.Connect([this](Key key, bool& swallowed) { SearchKey(key, swallowed); });
+    form_.tmrSearch.Tick.Connect(guarded(&AccountViews::SearchTick));
+    form_.lblAddPreferred.Click.Connect(guarded(&AccountViews::AddSelected));
+    form_.lblRemovePreferred.Click.Connect(guarded(&AccountViews::RemoveSelected));
+    form_.lblMoveUp.Click.Connect(guarded(&AccountViews::MoveUp));
+    form_.lblMoveDown.Click.Connect(guarded(&AccountViews::MoveDown));
+}
+
+bool AccountViews::LoadAccounts() {
+    loadFailed_ = !accounts_.LoadAccounts();
+    return !loadFailed_;
+}
+
+// The all-accounts view while it is filled. When the fill ends, however it does, the view is whole again, unless a
+// newer fill has taken it over.
+class AccountViews::AllFill {
+  public:
+    explicit AllFill(AccountViews& views)
+        : views_(views), form_(views.form_), number_(++views.fillNumber_), filling_(views.filling_) {
+        form_.ctlAccountListAll.Clear();
+        form_.ctlAccountListAll.Redraw(false);
+        form_.prgSearch.Value(0);
+        form_.prgSearch.Visible(true);
+        form_.Pointer(MousePointer::Hourglass);
+        form_.cmdOK.Enabled(false);
+    }
+    ~AllFill() {
+        if (!Overtaken()) {
+            form_.ctlAccountListAll.Redraw(true);
+            form_.prgSearch.Visible(false);
+            form_.Pointer(MousePointer::Default);
+            form_.cmdOK.Enabled(true);
+        }
+    }
+    AllFill(const AllFill&) = delete;
+    AllFill& operator=(const AllFill&) = delete;
+
+    bool Overtaken() const { return views_.fillNumber_ != number_; }
+
+  private:
+    AccountViews& views_;
+    AccountNumberForm& form_;
+    std::uint32_t number_;
+    Filling filling_;
+};
+
+void AccountViews::FillAll() {
+    const std::shared_ptr<List> accountList = accounts_.AccountList();
+    shownAccounts_.reset();
+    {
+        const AllFill fill(*this);
+        searchAbort_ = false;
+        AddGroups(fill, accountList);
+        if (fill.Overtaken()) {
+            return;
+        }
+    }
+    if (!searchAbort_) {
+        shownAccounts_ = accountList;
+        shownSearch_ = form_.txtSearch.Text();
+    }
+    form_.ctlAccountListAll.SelectedID(prefs_.GetLastSelectedAccount());
+}
+
+void AccountViews::AddGroups(const AllFill& fill, const std::shared_ptr<List>& accountList) {
+    const std::vector<Variant> groups = accountList->Items();
+    Search search;
+    search.titles = accounts_.Titles();
+    form_.prgSearch.Maximum(static_cast<int>(groups.size()));
+    std::int32_t count = 0;
+    std::size_t account = 0;
+    for (const Variant& entry : groups) {
+        const List& group = *entry.Peek<List>();
+        search.TakeText(form_.txtSearch.Text());
+        AddGroup(search, group, account);
+        account += static_cast<std::size_t>(group.Length());
+        ++count;
+        if (count > form_.prgSearch.Value()) {
+            form_.prgSearch.Value(count);
+        }
+        if (searchAbort_) {
+            return;
+        }
+        if (count % groupsBetweenMessages == 0) {
+            messageLoop_.RunPendingOften();
+            if (fill.Overtaken()) {
+                return;
+            }
+        }
+    }
+}
+
+// Adds what the search shows of one group. A hit on the main account shows the whole group, a hit on a sub-account the
+// main account and the sub-accounts that match. Accounts are numbered through the whole list in file order.
+void AccountViews::AddGroup(const Search& search, const List& group, std::size_t firstAccount) {
+    const AccountTitles& titles = *search.titles;
+    const auto length = static_cast<std::size_t>(group.Length());
+    std::size_t match = 0;
+    while (match < length && !titles.SubTitleContains(firstAccount + match, search.folded) &&
+           !titles.MainTitleContains(firstAccount + match, search.folded)) {
+        ++match;
+    }
+    if (match == length) {
+        return;
+    }
+    const bool mainMatched = match == 0;
+    const std::vector<Variant> members = group.Items();
+    form_.ctlAccountListAll.AddAccount(*members[0].Peek<clsAccount>());
+    for (std::size_t i = 1; i < length; ++i) {
+        if (mainMatched || titles.SubTitleContains(firstAccount + i, search.folded)) {
+            form_.ctlAccountListAll.AddAccount(*members[i].Peek<clsAccount>());
+        }
+    }
+}
+
+void AccountViews::FillPreferred() {
+    const std::shared_ptr<const AccountDictionary> accounts = accounts_.AccountDict();
+    ctlAccountList& list = form_.ctlAccountListPreferred;
+    {
+        const Filling filling(filling_);
+        list.Clear();
+        list.Redraw(false);
+        for (const Variant& id : prefs_.Preferred()->Items()) {
+            const auto found = accounts->find(id.Integer());
+            if (found != accounts->end()) {
+                list.AddAccount(*found->second);
+            } else if (!accounts->empty() && !loadFailed_) {
+                // A list that could not be read whole says nothing about which accounts there are.
+                prefs_.RemovePreferred(id.Integer());
+            }
+        }
+        list.Redraw(true);
+    }
+    list.SelectedID(prefs_.GetLastSelectedAccount());
+}
+
+void AccountViews::FillRecent() {
+    const std::shared_ptr<const AccountDictionary> accounts = accounts_.AccountDict();
+    ctlAccountList& list = form_.ctlAccountListRecent;
+    {
+        const Filling filling(filling_);
+        list.Clear();
+        list.Redraw(false);
+        const std::vector<Variant> history = prefs_.History()->Items();
+        for (auto id = history.rbegin(); id != history.rend(); ++id) {
+            const auto found = accounts->find(id->Integer());
+            if (found != accounts->end()) {
+                list.AddAccount(*found->second);
+            }
+        }
+        list.Redraw(true);
+    }
+    list.SelectedID(prefs_.GetLastSelectedAccount());
+}
+
+void AccountViews::Refill() {
+    if (AllIsShown()) {
+        form_.ctlAccountListAll.SelectedID(prefs_.GetLastSelectedAccount());
+    } else {
+        FillAll();
+    }
+    FillPreferred();
+    FillRecent();
+}
+
+void AccountViews::ShowTab(int tab) {
+    form_.fraAllAccounts.Visible(tab == tabAll);
+    form_.fraPreferred.Visible(tab == tabPreferred);
+    form_.fraRecent.Visible(tab == tabRecent);
+    accountSelected_(CurrentList().SelectedID());
+    prefs_.LastTab(static_cast<std::int16_t>(tab));
+}
+
+void AccountViews::RestoreTabAndSearch() {
+    form_.tabView.Selected(prefs_.LastTab());
+    if (prefs_.LastSearchRemember()) {
+        form_.chkRememberSearch.Value(true);
+        form_.txtSearch.Text(prefs_.LastSearchString());
+    } else {
+        form_.chkRememberSearch.Value(false);
+        form_.txtSearch.Text(u"");
+    }
+}
+
+ctlAccountList& AccountViews::CurrentList() {
+    switch (form_.tabView.Selected()) {
+        case tabPreferred:
+            return form_.ctlAccountListPreferred;
+        case tabRecent:
+            return form_.ctlAccountListRecent;
+        default:
+            return form_.ctlAccountListAll;
+    }
+}
+
+bool AccountViews::AllIsShown() const {
+    return shownAccounts_ != nullptr && shownAccounts_ == accounts_.AccountList() &&
+           shownSearch_ == form_.txtSearch.Text();
+}
+
+void AccountViews::SearchChanged() {
+    quietTicks_ = 0;
+    searchPending_ = true;
+    searchAbort_ = true;
+    form_.tmrSearch.Enabled(true);
+}
+
+void AccountViews::SearchKey(Key key, bool& swallowed) {
+    ctlAccountList& list = form_.ctlAccountListAll;
+    swallowed = true;
+    switch (key) {
+        case Key::Enter:
+            quietTicks_ = quietTicksAfterEnter;
+            searchPending_ = true;
+            form_.tmrSearch.Enabled(true);
+            break;
+        case Key::Up:
+            list.MoveBy(-1);
+            break;
+        case Key::Down:
+            list.MoveBy(1);
+            break;
+        case Key::PageUp:
+            list.MoveBy(-list.PageRows());
+            break;
+        case Key::PageDown:
+            list.MoveBy(list.PageRows());
+            break;
+        default:
+            swallowed = false;
+    }
+}
+
+void AccountViews::SearchTick() {
+    if (!searchPending_) {
+        form_.tmrSearch.Enabled(false);
+        return;
+    }
+    if (quietTicks_ < quietTicksBeforeSearch) {
+        ++quietTicks_;
+        return;
+    }
+    searchPending_ = false;
+    form_.tmrSearch.Enabled(false);
+    // Filling anew what is shown already would only take the user's selection away.
+    if (!AllIsShown()) {
+        FillAll();
+    }
+}
+
+void AccountViews::ListClicked(ctlAccountList& list) {
+    if (filling_ == 0 && &list == &CurrentList()) {
+        accountSelected_(list.SelectedID());
+    }
+}
+
+void AccountViews::AddSelected() {
+    const std::int32_t id = form_.ctlAccountListAll.SelectedID();
+    if (id > 0) {
+        prefs_.AddPreferred(id);
+        UnderHourglass(&AccountViews::FillPreferred);
+    }
+}
+
+void AccountViews::RemoveSelected() {
+    const std::int32_t id = form_.ctlAccountListPreferred.SelectedID();
+    if (id > 0) {
+        prefs_.RemovePreferred(id);
+        UnderHourglass(&AccountViews::FillPreferred);
+    }
+}
+
+void AccountViews::MoveSelected(int direction) {
+    const std::int32_t id = form_.ctlAccountListPreferred.SelectedID();
+    if (id < 1) {
+        return;
+    }
+    const std::shared_ptr<List> preferred = prefs_.Preferred();
+    const std::int32_t from = preferred->Index(id);
+    const std::int32_t to = from + direction;
+    if (from < 0 || to < 0 || to >= preferred->Length()) {
+        return;
+    }
+    const Variant neighbour = preferred->Item(to);
+    preferred->Item(to, id);
+    preferred->Item(from, neighbour);
+    FillPreferred();
+    form_.ctlAccountListPreferred.SelectedID(id);
+}
+
+void AccountViews::MoveUp() {
+    MoveSelected(-1);
+}
+
+void AccountViews::MoveDown() {
+    MoveSelected(1);
+}
+
+void AccountViews::UnderHourglass(void (AccountViews::*fill)()) {
+    form_.Pointer(MousePointer::Hourglass);
+    (this->*fill)();
+    form_.Pointer(MousePointer::Default);
+}
+
+}  // namespace korvanta

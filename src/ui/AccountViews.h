@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/MessageLoop.h"
+#include "server/clsTLXAccounts.h"
+#include "ui/AccountNumberForm.h"
+#include "ui/clsTLXPrefs.h"
+
+namespace korvanta {
+
+// The three views of the account selection dialog: all accounts with the incremental search, the user's preferred
+// accounts, and the recent ones. Filling lets messages run; a fill that is overtaken by a newer one leaves the view to
+// the newer.
+class AccountViews {
+  public:
+    enum Tab { tabAll = 1, tabPreferred = 2, tabRecent = 3 };
+
+    AccountViews(AccountNumberForm& form, clsTLXAccounts& accounts, clsTLXPrefs& prefs, MessageLoop& messageLoop,
+                 TraceLog& log, std::function<void(std::int32_t)> accountSelected);
+
+    // Brings the account list up to date; false when there is none to use.
+    bool LoadAccounts();
+    void FillAll();
+    void FillPreferred();
+    void FillRecent();
+    // All three; the all-accounts view only when it does not show these accounts for this search already.
+    void Refill();
+    // Makes the tab's frame visible and remembers the tab.
+    void ShowTab(int tab);
+    // The remembered tab and search text, for a new job.
+    void RestoreTabAndSearch();
+    // The list of the current tab.
+    ctlAccountList& CurrentList();
+
+  private:
+    struct Search;
+
+    class AllFill;
+
+    void ConnectControls();
+    void AddGroups(const AllFill& fill, const std::shared_ptr<List>& accountList);
+    // Whether the all-accounts view shows the accounts and the search as they are now, in full.
+    bool AllIsShown() const;
+    void SearchChanged();
+    void SearchKey(Key key, bool& swallowed);
+    void SearchTick();
+    void AddGroup(const Search& search, const List& group, std::size_t firstAccount);
+    void ListClicked(ctlAccountList& list);
+    void AddSelected();
+    void RemoveSelected();
+    void MoveUp();
+    void MoveDown();
+    void MoveSelected(int direction);
+    // Runs the fill under the wait cursor.
+    void UnderHourglass(void (AccountViews::*fill)());
+
+    AccountNumberForm& form_;
+    clsTLXAccounts& accounts_;
+    clsTLXPrefs& prefs_;
+    MessageLoop& messageLoop_;
+    TraceLog& log_;
+    std::function<void(std::int32_t)> accountSelected_;
+
+    bool searchPending_ = false;
+    bool searchAbort_ = false;
+    std::int32_t quietTicks_ = 0;
+    bool loadFailed_ = false;
+    int filling_ = 0;  // lists being filled now, which is no time to react to their clicks
+    std::uint32_t fillNumber_ = 0;
+    std::shared_ptr<List> shownAccounts_;  // what the all-accounts view shows in full, for shownSearch_
+    std::u16string shownSearch_;
+};
+
+}  // namespace korvanta

@@ -1,0 +1,152 @@
+#include "ui/ctlAccountList.h"
+
+#include <algorithm>
+
+#include "common/Conversion.h"
+#include "common/Text.h"
+
+namespace korvanta {
+
+namespace {
+constexpr int columnIcon = 0;
+constexpr int columnTitle = 1;
+constexpr int columnId = 2;
+constexpr int columnActive = 3;
+constexpr int columnCount = 4;
+constexpr int iconWidth = 250;
+constexpr int otherWidth = 400;
+constexpr Color inactiveColor = RgbColor(0x70, 0x70, 0x70);
+}  // namespace
+
+ctlAccountList::ctlAccountList(std::u16string name, Translator& translator) : Container(std::move(name)) {
+    lblAccount.Caption(u"Account");
+    lblAccount.Visible(false);
+    imgTop.Shows(Picture::MainAccount);
+    imgTop.Visible(false);
+    Add(flxAccounts);
+    Add(lblAccount);
+    Add(imgTop);
+    translator.Translate(*this);
+    SetUpGrid();
+    flxAccounts.RowColChange.Connect([this] { SelectWholeRow(); });
+    flxAccounts.Click.Connect([this] { Click.Raise(); });
+    flxAccounts.DblClick.Connect([this] { DblClick.Raise(); });
+}
+
+void ctlAccountList::SetUpGrid() {
+    flxAccounts.Columns(columnCount);
+    flxAccounts.Rows(1);
+    flxAccounts.ColAlignment(columnIcon, Alignment::Center);
+    flxAccounts.ColAlignment(columnTitle, Alignment::Left);
+    flxAccounts.ColWidth(columnIcon, iconWidth);
+    flxAccounts.ColWidth(columnTitle, flxAccounts.Position().width - otherWidth);
+    flxAccounts.ColWidth(columnId, 0);
+    flxAccounts.ColWidth(columnActive, 0);
+    for (const int column : {columnIcon, columnTitle, columnId}) {
+        flxAccounts.HeaderAlignment(column, Alignment::Center);
+    }
+    flxAccounts.Text(0, columnTitle, lblAccount.Caption());
+}
+
+void ctlAccountList::Clear() {
+    flxAccounts.Rows(1);
+}
+
+void ctlAccountList::AddAccount(const clsAccount& account) {
+    flxAccounts.Rows(flxAccounts.Rows() + 1);
+    const int row = flxAccounts.Rows() - 1;
+    flxAccounts.Row(row);
+    flxAccounts.Col(columnIcon);
+    if (account.IsMain) {
+        flxAccounts.CellPicture(row, true);
+        flxAccounts.Text(row, columnTitle, account.MainTitle);
+    } else if (accountDisplay_ == 1) {
+        flxAccounts.Text(row, columnTitle, account.MainTitle + u" -> " + account.SubTitle);
+    } else {
+        flxAccounts.Text(row, columnTitle, account.SubTitle);
+    }
+    flxAccounts.Text(row, columnId, NumberText(account.AccountID));
+    if (account.IsActive) {
+        flxAccounts.Text(row, columnActive, u"1");
+    } else {
+        flxAccounts.Col(columnTitle);
+        flxAccounts.CellForeColor(row, inactiveColor);
+    }
+}
+
+bool ctlAccountList::SelectedActive() const {
+    return flxAccounts.Text(flxAccounts.Row(), columnActive) == u"1";
+}
+
+std::int32_t ctlAccountList::SelectedID() const {
+    const int row = flxAccounts.Row();
+    return row < 1 ? -1 : ToInteger32(flxAccounts.Text(row, columnId));
+}
+
+void ctlAccountList::SelectedID(std::int32_t accountId) {
+    const std::u16string wanted = NumberText(accountId);
+    int match = 0;
+    for (int row = flxAccounts.Rows() - 1; row >= 1 && match == 0; --row) {
+        if (flxAccounts.Text(row, columnId) == wanted) {
+            match = row;
+        }
+    }
+    if (match == 0 && flxAccounts.Rows() >= 2) {
+        match = 1;
+    }
+    if (match != 0) {
+        flxAccounts.Row(match);
+    }
+    if (!flxAccounts.RowIsVisible(flxAccounts.Row())) {
+        flxAccounts.TopRow(flxAccounts.Row());
+    }
+    if (flxAccounts.Rows() > 1) {
+        SelectWholeRow();
+    } else {
+        flxAccounts.Col(columnTitle);
+        flxAccounts.ColSel(columnTitle);
+    }
+}
+
+std::vector<std::int32_t> ctlAccountList::ActiveIDs() const {
+    std::vector<std::int32_t> ids;
+    for (int row = 1; row < flxAccounts.Rows(); ++row) {
+        if (flxAccounts.Text(row, columnActive) == u"1") {
+            ids.push_back(ToInteger32(flxAccounts.Text(row, columnId)));
+        }
+    }
+    return ids;
+}
+
+void ctlAccountList::MoveBy(int rows) {
+    if (flxAccounts.Rows() > 1) {
+        const int row = std::clamp(flxAccounts.Row() + rows, 1, flxAccounts.Rows() - 1);
+        flxAccounts.Row(row);
+        const int top = flxAccounts.TopRow();
+        const int visible = flxAccounts.VisibleRows();
+        if (row < top) {
+            flxAccounts.TopRow(row);
+        } else if (row >= top + visible) {
+            flxAccounts.TopRow(row - visible + 1);
+        }
+    }
+}
+
+void ctlAccountList::Resized() {
+    const Place place = Position();
+    flxAccounts.Move({0, 0, place.width, place.height});
+    flxAccounts.ColWidth(columnTitle, place.width - otherWidth);
+}
+
+void ctlAccountList::SelectWholeRow() {
+    if (selecting_ || flxAccounts.Row() < 1 || flxAccounts.Rows() <= 1) {
+        return;
+    }
+    selecting_ = true;
+    flxAccounts.Col(columnIcon);
+    flxAccounts.ColSel(columnCount - 1);
+    selecting_ = false;
+    Click.Raise();
+}
+
+}  // namespace korvanta

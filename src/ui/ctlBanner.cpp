@@ -1,0 +1,147 @@
+#include "ui/ctlBanner.h"
+
+#include "common/Deployment.h"
+#include "common/Error.h"
+#include "common/TextStream.h"
+
+namespace korvanta {
+
+namespace {
+constexpr int margin = 240;
+constexpr int lineHeight = 15;
+constexpr int titleTop = 90;
+constexpr int gap = 45;
+}  // namespace
+
+ctlBanner::ctlBanner(std::u16string name, const BannerServices& services)
+    : Container(std::move(name)), services_(services) {
+    Control::BackColor(systemColor::windowBackground);
+    lblTitle.Bold(true);
+    lblTitle.AccessKey(false);
+    lblDescription.AccessKey(false);
+    lblLink.Clickable(true);
+    lblLink.AccessKey(false);
+    lblLink.Align(Alignment::Right);
+    for (Label* label : {&lblTitle, &lblDescription, &lblLink}) {
+        label->BackColor(systemColor::windowBackground);
+        Add(*label);
+    }
+    Line1.ForeColor(systemColor::buttonShadow);
+    Line2.ForeColor(systemColor::buttonHighlight);
+    Add(Line1);
+    Add(Line2);
+    Title(u"Title goes here");
+    Description(u"Description goes here");
+    lblLink.Caption(productWebSite);
+    lblLink.Click.Connect([this] { OpenLink(); });
+
+    const int titleHeight = services_.textMeasure.LineHeight(true);
+    const int descriptionTop = titleTop + titleHeight + gap;
+    const int rulesTop = descriptionTop + services_.textMeasure.LineHeight(false) + titleTop;
+    lblTitle.Move({margin, titleTop, 0, titleHeight});
+    lblDescription.Move({margin * 2, descriptionTop, 0, services_.textMeasure.LineHeight(false)});
+    Line1.Move({0, rulesTop, 0, lineHeight});
+    Line2.Move({0, rulesTop + lineHeight, 0, lineHeight});
+    ctlBanner::Resized();
+}
+
+void ctlBanner::BackStyle(std::int16_t style) {
+    backStyle_ = style;
+    lblTitle.Transparent(style == 0);
+}
+
+void ctlBanner::Title(const std::u16string& title) {
+    lblTitle.Caption(title);
+}
+
+void ctlBanner::Description(const std::u16string& description) {
+    lblDescription.Caption(description);
+}
+
+void ctlBanner::LinkVisible(bool visible) {
+    linkVisible_ = visible;
+    lblLink.Visible(visible);
+}
+
+void ctlBanner::Enabled(bool enabled) {
+    Control::Enabled(enabled);
+    for (Label* label : {&lblTitle, &lblDescription, &lblLink}) {
+        label->Enabled(enabled);
+    }
+}
+
+void ctlBanner::ForeColor(Color color) {
+    Control::ForeColor(color);
+    lblTitle.ForeColor(color);
+    lblDescription.ForeColor(color);
+}
+
+void ctlBanner::BackColor(Color color) {
+    Control::BackColor(color);
+    for (Label* label : {&lblTitle, &lblDescription, &lblLink}) {
+        label->BackColor(color);
+    }
+}
+
+void ctlBanner::Refresh() {
+    if (Peer() != nullptr) {
+        Peer()->Repaint();
+    }
+}
+
+void ctlBanner::Shown() {
+    if (!linkVisible_) {
+        lblLink.Visible(false);
+        return;
+    }
+    const std::u16string custom = services_.registrySettings.ResellerURL();
+    lblLink.Caption(custom.empty() ? services_.registrySettings.LinkName() : custom);
+    lblLink.Visible(services_.registrySettings.ShowLink());
+    Resized();
+}
+
+void ctlBanner::Resized() {
+    const Place place = Position();
+    const int width = place.width;
+    Line1.Move({Line1.Position().left, Line1.Position().top, width - Line1.Position().left, lineHeight});
+    Line2.Move({Line2.Position().left, Line2.Position().top, width - Line2.Position().left, lineHeight});
+
+    const int linkWidth = services_.textMeasure.Width(lblLink.Caption(), false);
+    const int linkLeft = width - linkWidth - margin;
+    lblLink.Move({linkLeft, lblTitle.Position().top, linkWidth, services_.textMeasure.LineHeight(false)});
+
+    const Place title = lblTitle.Position();
+    lblTitle.Move({title.left, title.top, linkLeft - title.left - margin, title.height});
+    const Place description = lblDescription.Position();
+    lblDescription.Move({description.left, description.top, width - description.left - margin, description.height});
+
+    // One pixel below the lower rule, whatever height the form gave.
+    Move({place.left, place.top, width, Line2.Position().top + lineHeight});
+}
+
+void ctlBanner::OpenLink() {
+    const std::u16string custom = services_.registrySettings.ResellerURL();
+    const std::u16string text = custom.empty() ? services_.registrySettings.LinkName() : custom;
+    const std::u16string address = custom.empty() ? text + u"/credirect.htm" : custom;
+    const std::u16string temporary = services_.files.TemporaryName();
+    const std::u16string path =
+        services_.files.TemporaryFolder() + u"\\TL" + temporary.substr(0, temporary.find(u'.')) + u".htm";
+    try {
+        WriteWaitingPage(path, address, text);
+    } catch (const Error&) {
+        // Without the page there is nothing to open; the link is an extra that must not disturb the user's work.
+        return;
+    }
+    services_.shell.OpenDocument(path);
+}
+
+void ctlBanner::WriteWaitingPage(const std::u16string& path, const std::u16string& address,
+                                 const std::u16string& text) {
+    TextOutput page = TextOutput::OpenAnsi(services_.files, services_.codePage, path);
+    page.WriteLine(u"<HTML><META HTTP-EQUIV=\"Refresh\" CONTENT=\"1; URL=" + address + u"\">");
+    page.WriteLine(u"<BODY bgcolor=\"white\"><FONT FACE=\"Verdana,Arial,Helvetica\">Please wait, loading <A HREF=" +
+                   address + u"\">" + text + u"</A> ....</FONT></BODY></HTML>");
+    page.Close();
+}
+
+}  // namespace korvanta

@@ -1,0 +1,346 @@
+#include "ui/frmAccountNumber.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "common/Conversion.h"
+#include "common/Guarded.h"
+#include "common/Text.h"
+#include "common/TextStream.h"
+
+namespace korvanta {
+
+namespace {
+
+constexpr std::size_t longestComment = 254;
+constexpr std::int16_t commentMandatory = 2;
+
+}  // namespace
+
+frmAccountNumber::frmAccountNumber(const AccountDialogServices& services)
+    : AccountNumberForm(services.platform.textMeasure, services.translator,
+                        {services.platform.files, services.platform.codePage, services.platform.shell,
+                         services.platform.textMeasure, services.registrySettings}),
+      services_(services),
+      jobs_(services.platform.mutexes),
+      views_(*this, services.accounts, services.prefs, services.platform.messageLoop, services.log,
+             [this](std::int32_t accountId) { AccountSelected(accountId); }),
+      random_(static_cast<std::minstd_rand::result_type>(services.platform.clock.Now().milliseconds)) {
+    ConnectControls();
+}
+
+void frmAccountNumber::ConnectControls() {
+    const auto guarded = [this](void (frmAccountNumber::*handler)()) {
+        return
+            [this, handler] { Guarded(services_.log, u"frmAccountNumber", [this, handler] { (this->*handler)(); }); };
+    };
+    tmrMonitor.Tick.Connect(guarded(&frmAccountNumber::MonitorTick));
+    tmrFlash.Tick.Connect(guarded(&frmAccountNumber::FlashTick));
+    cmdOK.Click.Connect(guarded(&frmAccountNumber::OK));
+    cmdCancel.Click.Connect(guarded(&frmAccountNumber::Cancel));
+    for (ctlAccountList* list : {&ctlAccountListAll, &ctlAccountListPreferred, &ctlAccountListRecent}) {
+        list->DblClick.Connect([this] { cmdOK.HandleClick(); });
+    }
+}
+
+void frmAccountNumber::OnLoad() {
+    services_.translator.Translate(*this);
+    invoiceCaption_ = chkInvoice.Caption();
+    tmrMonitor.Enabled(true);
+    tmrFlash.Enabled(true);
+}
+
+void frmAccountNumber::AddJob(const std::shared_ptr<clsJobInfo>& job) {
+    jobs_.Append(job);
+    ShowQueueLength();
+}
+
+void frmAccountNumber::PreLoadAccounts() {
+    FillChargeRates();
+    if (views_.LoadAccounts()) {
+        views_.Refill();
+    }
+}
+
+void frmAccountNumber::MonitorTick() {
+    const std::shared_ptr<clsJobInfo> job = HeadJob();
+    if (job == nullptr || showing_) {
+        return;
+    }
+    lblDocument.Caption(job->Document);
+    lblPrinter.Caption(job->PrinterName);
+    services_.platform.messageLoop.RunPending();
+    if (!showing_ && HeadJob() == job) {
+        ShowHide(true);
+    }
+}
+
+void frmAccountNumber::FlashTick() {
+    if (showing_) {
+        Flash();
+    }
+}
+
+void frmAccountNumber::ShowHide(bool show) {
+    if (!show) {
+        showing_ = false;
+        Hide();
+        return;
+    }
+    showing_ = true;
+    ++offer_;
+    if (OfferHeadJob() && services_.testMode) {
+        CompleteByItself();
+    }
+}
+
+// Prepares the dialog for the job at the head of the queue. False when the user, or a lacking account list, has ended
+// the showing meanwhile.
+bool frmAccountNumber::OfferHeadJob() {
+    const std::uint32_t thisOffer = offer_;
+    const auto ended = [this, thisOffer] { return !showing_ || offer_ != thisOffer; };
+
+    PlaceOnScreen();
+    ctlBanner1.Shown();
+    Show();
+    BringToForeground();
+    services_.platform.messageLoop.RunPending();
+    if (ended()) {
+        return false;
+    }
+    views_.RestoreTabAndSearch();
+    ApplySettings();
+    if (!views_.LoadAccounts()) {
+        RejectForMissingAccounts();
+        return false;
+    }
+    errorCancel_ = false;
+    views_.Refill();
+    if (ended()) {
+        return false;
+    }
+    if (!services_.registrySettings.TLXClientRemembersSettings()) {
+        chkInvoice.Value(true);
+        txtComment.Text(u"");
+        cboChargeRate.ListIndex(-1);
+    }
+    ShowQueueLength();
+    return true;
+}
+
+void frmAccountNumber::ApplySettings() {
+    TopMost(services_.settings.ClientPopupOnTop());
+    if (!services_.settings.DefaultComment().empty()) {
+        txtComment.Text(services_.settings.DefaultComment());
+    }
+    const std::u16string label = services_.settings.ShowOnInvoiceLabel();
+    chkInvoice.Caption(label.empty() ? invoiceCaption_ : label);
+    OnResize();
+    FillChargeRates();
+    if (tabView.Selected() == AccountViews::tabAll) {
+        txtSearch.TakeFocus();
+    } else {
+        views_.CurrentList().flxAccounts.TakeFocus();
+    }
+}
+
+// The rates that the user chooses from stay those that are sent, whatever a refresh does meanwhile.
+void frmAccountNumber::FillChargeRates() {
+    rates_ = services_.chargeRates();
+    std::vector<std::u16string> descriptions;
+    for (const Variant& description : rates_->Descriptions()->Items()) {
+        descriptions.push_back(description.Text());
+    }
+    if (descriptions != cboChargeRate.Items()) {
+        cboChargeRate.Items(std::move(descriptions));
+    }
+}
+
+void frmAccountNumber::PlaceOnScreen() {
+    if (placed_) {
+        return;
+    }
+    placed_ = true;
+    const Place area = services_.platform.screen.WorkArea();
+    Place place = Position();
+    place.width = std::min(place.width, area.width);
+    place.height = std::min(place.height, area.height);
+    place.left = area.left + (area.width - place.width) / 2;
+    place.top = area.top + (area.height - place.height) / 2;
+    Move(place);
+}
+
+void frmAccountNumber::RejectForMissingAccounts() {
+    const std::uint32_t thisOffer = offer_;
+    ShowMessage(u"lblAccountListError");
+    if (showing_ && offer_ == thisOffer) {
+        errorCancel_ = true;
+        cmdCancel.HandleClick();
+    }
+}
+
+void frmAccountNumber::AccountSelected(std::int32_t accountId) {
+    const std::shared_ptr<const AccountDictionary> accounts = services_.accounts.AccountDict();
+    const auto found = accounts->find(accountId);
+    if (found == accounts->end()) {
+        return;
+    }
+    const clsAccount& account = *found->second;
+    const bool takesComment = account.RequireComment != 0;
+    txtComment.Enabled(takesComment);
+    txtComment.BackColor(takesComment ? systemColor::windowBackground : systemColor::buttonFace);
+    if (!account.AllowNoninvoiceable) {
+        chkInvoice.Value(true);
+    }
+    chkInvoice.Enabled(account.AllowNoninvoiceable);
+}
+
+void frmAccountNumber::OK() {
+    if (HeadJob() == nullptr || !showing_) {
+        return;
+    }
+    const ctlAccountList& list = views_.CurrentList();
+    const std::int32_t accountId = list.SelectedID();
+    if (accountId == -1) {
+        ShowMessage(u"lblSelectAccount");
+        return;
+    }
+    if (!list.SelectedActive()) {
+        ShowMessage(u"lblAccountNotBillable");
+        return;
+    }
+    const std::shared_ptr<const AccountDictionary> accounts = services_.accounts.AccountDict();
+    const auto found = accounts->find(accountId);
+    if (found == accounts->end()) {
+        ShowMessage(u"lblSelectAccount");
+        return;
+    }
+    if (found->second->RequireComment == commentMandatory && Trim(txtComment.Text()).empty()) {
+        services_.platform.messageBoxes.Show(lblCommentMandatory.Caption(), Caption(), MessageButtons::OK,
+                                             MessageIcon::Critical);
+        return;
+    }
+    const Choice choice = TakeChoice(found->second);
+    const bool submitAll = chkSubmitAllDocuments.Value();
+    const bool rememberSearch = chkRememberSearch.Value();
+    const std::u16string searchText = txtSearch.Text();
+
+    Submit(choice);
+    while (submitAll && HeadJob() != nullptr) {
+        Submit(choice);
+    }
+    services_.prefs.SetLastSelectedAccount(accountId);
+    services_.prefs.LastSearchRemember(rememberSearch);
+    services_.prefs.LastSearchString(rememberSearch ? searchText : u"");
+    services_.prefs.Save();
+}
+
+frmAccountNumber::Choice frmAccountNumber::TakeChoice(const std::shared_ptr<clsAccount>& account) const {
+    Choice choice;
+    choice.account = account;
+    choice.invoiceable = chkInvoice.Value();
+    if (account->RequireComment != 0) {
+        choice.comment = txtComment.Text().substr(0, longestComment);
+    }
+    const int rate = cboChargeRate.ListIndex();
+    if (rate >= 0 && rate < rates_->Length()) {
+        choice.rateDescription = rates_->Descriptions()->Item(rate).Text();
+        choice.rateValue = rates_->ChargeRates()->Item(rate).Number();
+    }
+    return choice;
+}
+
+void frmAccountNumber::Submit(const Choice& choice) {
+    const std::shared_ptr<clsJobInfo> job = TakeHeadJob();
+    ShowHide(false);
+    Guarded(services_.log, u"frmAccountNumber:Submit", [&] { Notify(*job, choice); });
+}
+
+void frmAccountNumber::Notify(const clsJobInfo& job, const Choice& choice) {
+    const std::optional<std::u16string> folder = NotificationFolder(job.FullPrinterName);
+    if (!folder) {
+        ShowMessage(u"lblInternalErrorServerName");
+        return;
+    }
+    const std::u16string path = *folder + NotificationFileName(job.MachineName, job.PrinterHandle, job.JobID);
+    if (!WriteNotification(path, job, choice)) {
+        services_.log.Log(u"Upload file failed.");
+        ShowMessage(u"lblNotificationError", MessageIcon::Critical);
+    }
+}
+
+bool frmAccountNumber::WriteNotification(const std::u16string& path, const clsJobInfo& job, const Choice& choice) {
+    clsAccountNotification notification(services_.platform.clock, services_.errorReports);
+    notification.JobID = job.JobID;
+    notification.MachineName = job.MachineName;
+    notification.PrinterName = job.PrinterName;
+    notification.UserName = job.UserName;
+    notification.Document = job.Document;
+    notification.PrinterHandle = job.PrinterHandle;
+    notification.AccountID = choice.account->AccountID;
+    notification.AccountTitle = choice.account->CompoundTitle();
+    notification.Invoiceable = choice.invoiceable;
+    notification.Comment = choice.comment;
+    notification.JobEventFilename = job.JobEventFilename;
+    notification.ChargeRateDescription = choice.rateDescription;
+    notification.ChargeRateValue = choice.rateValue;
+    services_.log.Log(u"Uploading notification file to server: " + path);
+    try {
+        TextOutput file = TextOutput::OpenUtf16(services_.platform.files, path);
+        const bool written = notification.WriteFile(file);
+        file.Close();
+        return written;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+void frmAccountNumber::Cancel() {
+    if (HeadJob() == nullptr || !showing_) {
+        return;
+    }
+    const std::shared_ptr<clsJobInfo> job = TakeHeadJob();
+    const bool errorCancel = errorCancel_;
+    ShowHide(false);
+    const bool cancelled = services_.cancelPrintJob(*job);
+    ShowMessage(cancelled && !errorCancel ? u"lblJobCancelSuccess" : u"lblJobCancelError");
+    services_.prefs.Save();
+}
+
+// A random active account, a comment and an invoice choice, then OK.
+void frmAccountNumber::CompleteByItself() {
+    tabView.Selected(AccountViews::tabAll);
+    const std::vector<std::int32_t> active = ctlAccountListAll.ActiveIDs();
+    if (!active.empty()) {
+        std::uniform_int_distribution<std::size_t> any(0, active.size() - 1);
+        ctlAccountListAll.SelectedID(active[any(random_)]);
+    }
+    txtComment.Text(u"Comment at " + GeneralDateText(services_.platform.clock.Now(), services_.platform.clock));
+    if (chkInvoice.Enabled()) {
+        chkInvoice.Value(std::uniform_int_distribution<int>(0, 1)(random_) == 1);
+    }
+    cmdOK.HandleClick();
+}
+
+std::shared_ptr<clsJobInfo> frmAccountNumber::HeadJob() const {
+    return jobs_.Length() == 0 ? nullptr : jobs_.Item(0).As<clsJobInfo>();
+}
+
+std::shared_ptr<clsJobInfo> frmAccountNumber::TakeHeadJob() {
+    std::shared_ptr<clsJobInfo> job = jobs_.Pop(0).As<clsJobInfo>();
+    ShowQueueLength();
+    return job;
+}
+
+void frmAccountNumber::ShowQueueLength() {
+    lblJobsQueued.Caption(NumberText(jobs_.Length()));
+}
+
+void frmAccountNumber::ShowMessage(const char16_t* label, MessageIcon icon) {
+    services_.platform.messageBoxes.Show(services_.messages.Caption(label),
+                                         services_.messages.Caption(u"lblMessageBoxTitle"), MessageButtons::OK, icon);
+}
+
+}  // namespace korvanta
