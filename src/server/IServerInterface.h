@@ -16,18 +16,42 @@ class IServerInterface {
     virtual ~IServerInterface() = default;
 
     void ServerName(const std::u16string& serverName) { IServerInterface_ServerName(serverName); }
-    std::u16string GetPrintersFile() { return IServerInterface_GetPrintersFile(); }
-    std::u16string GetServersFile() { return IServerInterface_GetServersFile(); }
-    std::u16string GetClientSettingsFile() { return IServerInterface_GetClientSettingsFile(); }
+    std::u16string GetPrintersFile() {
+        return Guarded([&] { return IServerInterface_GetPrintersFile(); });
+    }
+    std::u16string GetServersFile() {
+        return Guarded([&] { return IServerInterface_GetServersFile(); });
+    }
+    std::u16string GetClientSettingsFile() {
+        return Guarded([&] { return IServerInterface_GetClientSettingsFile(); });
+    }
     // Whether the server's data area is reachable. Over HTTP a server that does not answer counts as healthy.
-    bool TestHealth() { return IServerInterface_TestHealth(); }
+    bool TestHealth() {
+        return Guarded([&] { return IServerInterface_TestHealth(); });
+    }
     // The current user's job counter file on this server.
-    std::u16string GetJobCounter() { return IServerInterface_GetJobCounter(); }
+    std::u16string GetJobCounter() {
+        return Guarded([&] { return IServerInterface_GetJobCounter(); });
+    }
     // The current user's notification file for that job. Over HTTP a server that does not answer counts as having it.
-    std::u16string GetJobNotificationFile(std::int32_t jobId) { return IServerInterface_GetJobNotificationFile(jobId); }
-    bool TestJobNotificationFile(std::int32_t jobId) { return IServerInterface_TestJobNotificationFile(jobId); }
+    std::u16string GetJobNotificationFile(std::int32_t jobId) {
+        return Guarded([&] { return IServerInterface_GetJobNotificationFile(jobId); });
+    }
+    bool TestJobNotificationFile(std::int32_t jobId) {
+        return Guarded([&] { return IServerInterface_TestJobNotificationFile(jobId); });
+    }
 
   private:
+    // Keeps the promise where an implementation cannot, having no memory left even for its log line.
+    template <class Operation>
+    static auto Guarded(const Operation& operation) -> decltype(operation()) {
+        try {
+            return operation();
+        } catch (...) {
+            return {};
+        }
+    }
+
     virtual void IServerInterface_ServerName(const std::u16string& serverName) = 0;
     virtual std::u16string IServerInterface_GetPrintersFile() = 0;
     virtual std::u16string IServerInterface_GetServersFile() = 0;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "common/TextStream.h"
 #include "controls/Event.h"
 #include "platform/FileSystem.h"
 #include "platform/Internet.h"
@@ -14,8 +15,8 @@ namespace korvanta {
 // Fetches web pages. Messages run between the pieces of a response, so handlers may fetch again meanwhile.
 class clsInet {
   public:
-    // Bytes of the longest response that is taken: one byte-order mark and the longest text that is read.
-    static constexpr std::size_t longestResponse = std::size_t{1} << 24U;
+    // Bytes of the longest response that is taken: the byte-order mark and the longest text that is ever read.
+    static constexpr std::size_t longestResponse = (1 + TextInput::longestText) * sizeof(char16_t);
 
     clsInet(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes);
 

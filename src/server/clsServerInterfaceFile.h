@@ -29,7 +29,7 @@ class clsServerInterfaceFile : public IServerInterface {
     std::u16string JobPath(const std::u16string& name) const;
     // Raises Error.
     std::u16string Read(const std::u16string& path) const;
-    std::u16string ReadJobFile(const std::u16string& path, const std::u16string& failure);
+    std::u16string ReadJobFile(const std::u16string& name, const std::u16string& failure);
 
     FileSystem& files_;
     TraceLog& log_;

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "common/List.h"
 #include "common/Services.h"
@@ -41,6 +42,8 @@ class clsTLXAccounts {
   private:
     struct Structures {
         explicit Structures(MutexFactory& mutexes);
+        // Needs no memory.
+        void Clear();
 
         std::shared_ptr<List> list;
         std::shared_ptr<AccountDictionary> dictionary;
@@ -48,7 +51,7 @@ class clsTLXAccounts {
     };
     using Group = std::vector<std::shared_ptr<clsAccount>>;
 
-    bool CheckServerAccountsFile(std::optional<std::uint64_t>& modified);
+    bool CheckServerAccountsFile(std::optional<std::uint64_t>& modification);
     bool LoadAccountsFile(const std::u16string& path);
     void ReadAccounts(const std::u16string& path);
     void AppendGroup(Group& group);

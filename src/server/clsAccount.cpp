@@ -1,0 +1,79 @@
+#include "server/clsAccount.h"
+
+#include "common/Conversion.h"
+#include "common/Error.h"
+#include "common/Text.h"
+
+namespace korvanta {
+
+namespace {
+
+class Fields {
+  public:
+    explicit Fields(std::u16string_view text) : rest_(text), ended_(text.empty()) {}
+
+    std::u16string_view Next() {
+        if (ended_) {
+            throw Error(errorNumber::subscriptOutOfRange, u"clsAccount", u"Subscript out of range");
+        }
+        const std::size_t end = rest_.find(fieldSeparator);
+        ended_ = end == std::u16string_view::npos;
+        const std::u16string_view field = rest_.substr(0, end);
+        rest_.remove_prefix(ended_ ? rest_.size() : end + 1);
+        return field;
+    }
+    bool NextFlag() { return Next() != u"0"; }
+
+  private:
+    std::u16string_view rest_;
+    bool ended_;
+};
+
+}  // namespace
+
+std::u16string clsAccount::CompoundTitle() const {
+    return IsMain ? MainTitle : MainTitle + u" / " + SubTitle;
+}
+
+std::u16string clsAccount::StringForm() const {
+    return GenerateStringForm(AccountID, IsMain, MainTitle, SubTitle, IsActive, AllowNoninvoiceable, RequireComment,
+                              Password);
+}
+
+void clsAccount::StringForm(std::u16string_view text) {
+    Fields fields(text);
+    const std::int32_t accountId = ToInteger32(fields.Next());
+    const bool isMain = fields.NextFlag();
+    const std::u16string_view mainTitle = fields.Next();
+    const std::u16string_view subTitle = fields.Next();
+    const bool isActive = fields.NextFlag();
+    const bool allowNoninvoiceable = fields.NextFlag();
+    const std::int16_t requireComment = ToInteger16(fields.Next());
+    const std::u16string_view password = fields.Next();
+
+    AccountID = accountId;
+    IsMain = isMain;
+    MainTitle = mainTitle;
+    SubTitle = subTitle;
+    IsActive = isActive;
+    AllowNoninvoiceable = allowNoninvoiceable;
+    RequireComment = requireComment;
+    Password = password;
+}
+
+std::u16string clsAccount::GenerateStringForm(std::int32_t accountId, bool isMain, std::u16string_view mainTitle,
+                                              std::u16string_view subTitle, bool isActive, bool allowNoninvoiceable,
+                                              std::int16_t requireComment, std::u16string_view password) {
+    std::u16string form = NumberText(accountId);
+    const auto append = [&form](std::u16string_view field) { form.append(1, fieldSeparator).append(field); };
+    append(BooleanDigit(isMain));
+    append(mainTitle);
+    append(subTitle);
+    append(BooleanDigit(isActive));
+    append(BooleanDigit(allowNoninvoiceable));
+    append(NumberText(requireComment));
+    append(password);
+    return form;
+}
+
+}  // namespace korvanta

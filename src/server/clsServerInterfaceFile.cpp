@@ -1,0 +1,95 @@
+#include "server/clsServerInterfaceFile.h"
+
+#include "common/Error.h"
+#include "common/Text.h"
+#include "common/TextStream.h"
+#include "server/basJobNotificationFile.h"
+
+namespace korvanta {
+
+clsServerInterfaceFile::clsServerInterfaceFile(FileSystem& files, TraceLog& log, std::u16string userName)
+    : files_(files), log_(log), userName_(std::move(userName)) {}
+
+std::u16string clsServerInterfaceFile::DataPath(const std::u16string& name) const {
+    return u"\\\\" + serverName_ + u"\\TLXData$\\" + name;
+}
+
+std::u16string clsServerInterfaceFile::JobPath(const std::u16string& name) const {
+    return DataPath(u"jobs\\" + name);
+}
+
+std::u16string clsServerInterfaceFile::Read(const std::u16string& path) const {
+    return TextInput::OpenUtf16(files_, path).ReadAll();
+}
+
+void clsServerInterfaceFile::IServerInterface_ServerName(const std::u16string& serverName) {
+    serverName_ = serverName;
+}
+
+std::u16string clsServerInterfaceFile::IServerInterface_GetPrintersFile() {
+    std::u16string path;
+    try {
+        path = DataPath(u"Printers.txt");
+        std::u16string text = Read(path);
+        log_.Log(u"IServerInterface_GetPrintersFile: Successfully obtained list of printer names.");
+        return text;
+    } catch (...) {
+        const Error error = Error::Current();
+        log_.Log(u"IServerInterface_GetPrintersFile: Error occured whilst obtaining list of printer names: " +
+                 error.NumberAndDescription() + u" (" + error.Source() + u"). Tried to read from the file: " + path);
+        return {};
+    }
+}
+
+std::u16string clsServerInterfaceFile::IServerInterface_GetServersFile() {
+    try {
+        return Read(DataPath(u"Servers.txt"));
+    } catch (...) {
+        const Error error = Error::Current();
+        log_.Log(
+            u"IServerInterface_GetServersFile: Error occured whilst obtaining list of Korvanta Costbridge servers: " +
+            error.NumberAndDescription() + u" (" + error.Source() + u")");
+        return {};
+    }
+}
+
+std::u16string clsServerInterfaceFile::IServerInterface_GetClientSettingsFile() {
+    try {
+        return Read(DataPath(u"ClientSet.txt"));
+    } catch (...) {
+        // Whoever loads the settings falls back to the local copy, so this is nobody's failure.
+        return {};
+    }
+}
+
+bool clsServerInterfaceFile::IServerInterface_TestHealth() {
+    return files_.FolderExists(DataPath(u"jobs"));
+}
+
+std::u16string clsServerInterfaceFile::IServerInterface_GetJobCounter() {
+    return ReadJobFile(JobCounterFileName(userName_),
+                       u"IServerInterface_GetJobCounter: Error getting counter file from server ");
+}
+
+std::u16string clsServerInterfaceFile::IServerInterface_GetJobNotificationFile(std::int32_t jobId) {
+    return ReadJobFile(JobNotificationFileName(userName_, jobId),
+                       u"IServerInterface_GetJobNotificationFile: Error getting job notification file from server ");
+}
+
+bool clsServerInterfaceFile::IServerInterface_TestJobNotificationFile(std::int32_t jobId) {
+    return files_.FileExists(JobPath(JobNotificationFileName(userName_, jobId)));
+}
+
+std::u16string clsServerInterfaceFile::ReadJobFile(const std::u16string& name, const std::u16string& failure) {
+    try {
+        return Read(JobPath(name));
+    } catch (...) {
+        // A user without jobs has no such files; that is not worth a line every few seconds.
+        if (Error::Current().Number() != errorNumber::fileNotFound) {
+            log_.Log(failure + serverName_);
+        }
+        return {};
+    }
+}
+
+}  // namespace korvanta

@@ -1,0 +1,146 @@
+#include "server/clsServerInterfaceHTTP.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "common/Error.h"
+#include "common/Text.h"
+#include "common/TextStream.h"
+#include "server/basJobNotificationFile.h"
+
+namespace korvanta {
+
+namespace {
+
+// How often a fetch may fail and still be tried again.
+constexpr int failuresForgiven = 3;
+
+bool IsUtf16(std::string_view body) {
+    return body.size() > 2 && body[0] == '\xFF' && body[1] == '\xFE';
+}
+
+// The only words by which a server says that it lacks a file: error pages come with any status.
+bool SaysFileNotFound(std::string_view body) {
+    constexpr std::string_view words = "file not found";
+    const auto sameLetter = [](char bodyLetter, char lowerLetter) {
+        return bodyLetter == lowerLetter ||
+               (bodyLetter >= 'A' && bodyLetter <= 'Z' && bodyLetter - 'A' + 'a' == lowerLetter);
+    };
+    return std::search(body.begin(), body.end(), words.begin(), words.end(), sameLetter) != body.end();
+}
+
+std::u16string FailureText(const std::u16string& procedure, const std::u16string& url, const Error& error) {
+    return procedure + u" error for URL " + url + u" - " + NumberText(error.Number()) + u" / " + error.Description();
+}
+
+}  // namespace
+
+clsServerInterfaceHTTP::clsServerInterfaceHTTP(FileSystem& files, Internet& internet, MessageLoop& messages,
+                                               MessageBoxes& boxes, TraceLog& log, std::u16string userName)
+    : files_(files),
+      log_(log),
+      userName_(std::move(userName)),
+      inet_(files, internet, messages, boxes),
+      temporaryFile_(files.TemporaryFolder() + u"\\" + files.TemporaryName()) {}
+
+std::u16string clsServerInterfaceHTTP::DataUrl(const std::u16string& name) const {
+    return u"http://" + serverName_ + u"/TLXData/" + name;
+}
+
+std::u16string clsServerInterfaceHTTP::JobUrl(const std::u16string& name) const {
+    return DataUrl(u"jobs/" + name);
+}
+
+std::u16string clsServerInterfaceHTTP::GetURL(const std::u16string& url) {
+    for (int failures = 0;; ++failures) {
+        try {
+            return IsUtf16(inet_.GetURLSource(url, temporaryFile_)) ? ReadTemporaryFile() : std::u16string();
+        } catch (...) {
+            if (failures == failuresForgiven) {
+                log_.Log(FailureText(u"GetURL", url, Error::Current()));
+                return {};
+            }
+        }
+    }
+}
+
+std::u16string clsServerInterfaceHTTP::ReadTemporaryFile() {
+    std::u16string text;
+    {
+        TextInput stream = TextInput::OpenUtf16(files_, temporaryFile_);
+        if (!stream.AtEnd()) {
+            text = stream.ReadAll();
+        }
+    }
+    CheckFile(files_.Delete(temporaryFile_));
+    return text;
+}
+
+bool clsServerInterfaceHTTP::TestURL(const std::u16string& url) {
+    for (int failures = 0;; ++failures) {
+        try {
+            return !SaysFileNotFound(inet_.GetURLSource(url, u""));
+        } catch (...) {
+            if (failures == failuresForgiven) {
+                log_.Log(FailureText(u"TestURL", url, Error::Current()));
+                return false;
+            }
+        }
+    }
+}
+
+void clsServerInterfaceHTTP::IServerInterface_ServerName(const std::u16string& serverName) {
+    serverName_ = serverName;
+}
+
+std::u16string clsServerInterfaceHTTP::IServerInterface_GetPrintersFile() {
+    std::u16string url;
+    try {
+        url = DataUrl(u"Printers.txt");
+        std::u16string text = GetURL(url);
+        log_.Log(u"IServerInterface_GetPrintersFile: Successfully obtained list of printer names.");
+        return text;
+    } catch (...) {
+        const Error error = Error::Current();
+        log_.Log(u"IServerInterface_GetPrintersFile: Error occured whilst obtaining list of printer names: " +
+                 error.NumberAndDescription() + u" (" + error.Source() + u"). Tried to read from the URL: " + url);
+        return {};
+    }
+}
+
+std::u16string clsServerInterfaceHTTP::IServerInterface_GetServersFile() {
+    return GetURL(DataUrl(u"Servers.txt"));
+}
+
+std::u16string clsServerInterfaceHTTP::IServerInterface_GetClientSettingsFile() {
+    return GetURL(DataUrl(u"ClientSet.txt"));
+}
+
+bool clsServerInterfaceHTTP::IServerInterface_TestHealth() {
+    return TestURL(DataUrl(u"ClientSet.txt"));
+}
+
+std::u16string clsServerInterfaceHTTP::IServerInterface_GetJobCounter() {
+    try {
+        return GetURL(JobUrl(JobCounterFileName(userName_)));
+    } catch (...) {
+        log_.Log(u"IServerInterface_GetJobCounter: Error getting counter file from server " + serverName_);
+        return {};
+    }
+}
+
+std::u16string clsServerInterfaceHTTP::IServerInterface_GetJobNotificationFile(std::int32_t jobId) {
+    try {
+        return GetURL(JobUrl(JobNotificationFileName(userName_, jobId)));
+    } catch (...) {
+        log_.Log(u"IServerInterface_GetJobNotificationFile: Error getting job notification file from server " +
+                 serverName_);
+        return {};
+    }
+}
+
+bool clsServerInterfaceHTTP::IServerInterface_TestJobNotificationFile(std::int32_t jobId) {
+    return TestURL(JobUrl(JobNotificationFileName(userName_, jobId)));
+}
+
+}  // namespace korvanta
