@@ -46,7 +46,9 @@ std::wstring SystemName(Query query) {
 Client::Client(const std::wstring& program, const std::wstring& folder)
     : folder_(folder), temporaryFolder_(folder + L"\\temp") {
     MakeFolders(temporaryFolder_);
-    CopyOver(program, folder_ + programName);
+    if (!FileExists(folder_ + programName)) {
+        CopyOver(program, folder_ + programName);
+    }
 }
 
 Client::~Client() {
@@ -68,19 +70,34 @@ void Client::Start(const std::wstring& arguments) {
         throw std::runtime_error("cannot start the client: error " + std::to_string(GetLastError()));
     }
     CloseHandle(process.hThread);
-    process_ = process.hProcess;
-    processId_ = process.dwProcessId;
+    Watch(process.hProcess, process.dwProcessId);
 }
 
 void Client::Kill() {
     if (Running()) {
-        TerminateProcess(process_, 0);
-        WaitForSingleObject(process_, 5000);
+        TerminateProcess(Process(), 0);
+        WaitForSingleObject(Process(), 5000);
     }
     Forget();
 }
 
-void Client::Forget() {
+bool RunningClient::Find() {
+    const std::vector<Window> windows = TopLevelWindows(0, FormClass(L"frmMain"));
+    if (windows.empty()) {
+        return false;
+    }
+    const DWORD processId = windows.front().ProcessId();
+    Watch(OpenProcess(SYNCHRONIZE | PROCESS_QUERY_INFORMATION, FALSE, processId), processId);
+    return process_ != nullptr;
+}
+
+void RunningClient::Watch(HANDLE process, DWORD processId) {
+    Forget();
+    process_ = process;
+    processId_ = processId;
+}
+
+void RunningClient::Forget() {
     if (process_ != nullptr) {
         CloseHandle(process_);
     }
@@ -88,39 +105,39 @@ void Client::Forget() {
     processId_ = 0;
 }
 
-bool Client::Running() const {
+bool RunningClient::Running() const {
     return process_ != nullptr && WaitForSingleObject(process_, 0) == WAIT_TIMEOUT;
 }
 
-bool Client::WaitForEnd(std::chrono::milliseconds limit) const {
+bool RunningClient::WaitForEnd(std::chrono::milliseconds limit) const {
     return process_ != nullptr && WaitForSingleObject(process_, static_cast<DWORD>(limit.count())) == WAIT_OBJECT_0;
 }
 
-DWORD Client::ExitCode() const {
+DWORD RunningClient::ExitCode() const {
     DWORD code = STILL_ACTIVE;
     GetExitCodeProcess(process_, &code);
     return code;
 }
 
-Window Client::Form(const std::wstring& name) const {
+Window RunningClient::Form(const std::wstring& name) const {
     const std::vector<Window> windows =
         processId_ != 0 ? TopLevelWindows(processId_, FormClass(name)) : std::vector<Window>();
     return windows.empty() ? Window() : windows.front();
 }
 
-Window Client::Control(const std::wstring& form, const std::wstring& control) const {
+Window RunningClient::Control(const std::wstring& form, const std::wstring& control) const {
     return Form(form).Control(control);
 }
 
-bool Client::WaitForVisible(const std::wstring& form, std::chrono::milliseconds limit) const {
+bool RunningClient::WaitForVisible(const std::wstring& form, std::chrono::milliseconds limit) const {
     return WaitFor([&] { return Form(form).Visible() || !Running(); }, limit) && Form(form).Visible();
 }
 
-bool Client::WaitForHidden(const std::wstring& form, std::chrono::milliseconds limit) const {
+bool RunningClient::WaitForHidden(const std::wstring& form, std::chrono::milliseconds limit) const {
     return WaitFor([&] { return !Form(form).Visible(); }, limit);
 }
 
-std::optional<MessageWindow> Client::WaitForMessage(std::chrono::milliseconds limit) const {
+std::optional<MessageWindow> RunningClient::WaitForMessage(std::chrono::milliseconds limit) const {
     std::vector<MessageWindow> boxes;
     WaitFor(
         [&] {
@@ -131,32 +148,46 @@ std::optional<MessageWindow> Client::WaitForMessage(std::chrono::milliseconds li
     return boxes.empty() ? std::nullopt : std::optional<MessageWindow>(boxes.front());
 }
 
-bool Client::WaitForMonitoring() const {
+bool RunningClient::WaitForMonitoring(std::chrono::milliseconds limit) const {
     const auto beats = [&] {
         const std::wstring activity = Control(L"frmMain", L"lblActivity").Text();
-        return activity.ends_with(L" Idle.") || activity.ends_with(L" Polling servers");
+        for (const wchar_t* text :
+             {L" Idle.", L" Idle", L" Polling servers", L" Polling printers", L" Checking for new jobs"}) {
+            if (activity.ends_with(text)) {
+                return true;
+            }
+        }
+        return false;
     };
-    return WaitFor([&] { return beats() || !Running(); }) && Running();
+    return WaitFor([&] { return beats() || !Running(); }, limit) && Running();
 }
 
-bool Client::Answers() const {
+bool RunningClient::Answers() const {
     const std::vector<Window> windows = TopLevelWindows(processId_, L"");
     return !windows.empty() && std::all_of(windows.begin(), windows.end(),
                                            [](const Window& window) { return window.Answers() || !window.Exists(); });
 }
 
-void Client::DoubleClickIcon() const {
+void RunningClient::DoubleClickIcon() const {
     Form(L"frmMain").Post(iconMessage, iconIdentifier, WM_LBUTTONDBLCLK);
 }
 
-void Client::ChooseMenuEntry(int position) const {
+void RunningClient::ChooseMenuEntry(int position) const {
     Form(L"frmMain").Post(WM_COMMAND, firstMenuEntry + static_cast<WPARAM>(position));
 }
 
-void Client::EndSession() const {
-    const Window window = Form(L"frmMain");
-    window.Send(WM_QUERYENDSESSION, 0, static_cast<LPARAM>(ENDSESSION_LOGOFF));
-    window.Send(WM_ENDSESSION, TRUE, static_cast<LPARAM>(ENDSESSION_LOGOFF));
+bool RunningClient::EndSession() const {
+    const std::vector<Window> windows = TopLevelWindows(processId_, L"");
+    bool agreed = true;
+    for (const Window& window : windows) {
+        DWORD_PTR answer = TRUE;
+        window.Send(WM_QUERYENDSESSION, 0, static_cast<LPARAM>(ENDSESSION_LOGOFF), &answer);
+        agreed = agreed && answer != FALSE;
+    }
+    for (const Window& window : windows) {
+        window.Send(WM_ENDSESSION, agreed ? TRUE : FALSE, static_cast<LPARAM>(ENDSESSION_LOGOFF));
+    }
+    return agreed;
 }
 
 std::wstring FormClass(const std::wstring& form) {
@@ -164,7 +195,11 @@ std::wstring FormClass(const std::wstring& form) {
 }
 
 std::wstring CurrentUser() {
-    std::wstring name = SystemName([](wchar_t* buffer, DWORD* size) { return GetUserNameW(buffer, size); });
+    return SystemName([](wchar_t* buffer, DWORD* size) { return GetUserNameW(buffer, size); });
+}
+
+std::wstring CurrentUserLowerCase() {
+    std::wstring name = CurrentUser();
     std::transform(name.begin(), name.end(), name.begin(),
                    [](wchar_t letter) { return static_cast<wchar_t>(std::towlower(letter)); });
     return name;

@@ -17,9 +17,9 @@ struct ClientSettings {
     int printerPollingInterval = 0;
     int filePollingInterval = 0;
     bool popupOnTop = false;
-    std::wstring usersDoNotRequireAccount;
-    std::wstring defaultComment;
-    std::wstring showOnInvoiceLabel;
+    std::wstring usersDoNotRequireAccount{};
+    std::wstring defaultComment{};
+    std::wstring showOnInvoiceLabel{};
 
     std::wstring Text() const;
 };
@@ -27,12 +27,12 @@ struct ClientSettings {
 struct Account {
     int id = 0;
     bool main = true;
-    std::wstring mainTitle;
-    std::wstring subTitle;
+    std::wstring mainTitle{};
+    std::wstring subTitle{};
     bool active = true;
     bool allowNoninvoiceable = true;
     int requireComment = 0;
-    std::wstring password;
+    std::wstring password{};
 
     // One line of the accounts list, without its end.
     std::wstring Text() const;
@@ -44,10 +44,10 @@ std::wstring AccountsText(const std::vector<Account>& accounts);
 struct Job {
     int id = 1;
     std::wstring printer = L"Laser";
-    std::wstring machine;
-    std::wstring user;
+    std::wstring machine{};
+    std::wstring user{};
     std::wstring document = L"Letter.doc";
-    std::wstring fullPrinter;
+    std::wstring fullPrinter{};
     int printerHandle = 0;
     int time1 = 1310725;
     int time2 = 1966089;
@@ -102,18 +102,18 @@ class PrintServer {
 // The content of an account notification file.
 struct Notification {
     int jobId = 0;
-    std::wstring machine;
-    std::wstring printer;
-    std::wstring user;
-    std::wstring document;
+    std::wstring machine{};
+    std::wstring printer{};
+    std::wstring user{};
+    std::wstring document{};
     int printerHandle = 0;
     int accountId = 0;
-    std::wstring accountTitle;
+    std::wstring accountTitle{};
     bool invoiceable = false;
-    std::wstring comment;
-    std::wstring jobEventFile;
-    std::wstring chargeRate;
-    std::wstring chargeRateValue;
+    std::wstring comment{};
+    std::wstring jobEventFile{};
+    std::wstring chargeRate{};
+    std::wstring chargeRateValue{};
 
     std::wstring Text() const;
     std::wstring FileName() const;

@@ -1,0 +1,152 @@
+// The program with the keyboard alone. Keys go in as from the hand: to whatever window is in the foreground.
+
+#include <algorithm>
+#include <map>
+
+#include "SystemTest.h"
+#include "driver/Files.h"
+#include "driver/Keyboard.h"
+#include "driver/Wait.h"
+
+using driver::Keyboard;
+using driver::WaitFor;
+
+namespace {
+
+class KeyboardTest : public SystemTest {
+  protected:
+    void Offer() {
+        PublishAll();
+        StartMonitoring();
+        job_ = Announce(L"Keys.doc");
+        ASSERT_TRUE(DialogOffers(L"Keys.doc"));
+        ASSERT_TRUE(Keyboard::BringToForeground(Dialog()));
+        ASSERT_TRUE(WaitFor([&] { return Keyboard::Focus(Dialog()).Exists(); })) << "something has the focus";
+    }
+    std::wstring FocusName() const { return Keyboard::Focus(Dialog()).Name(); }
+    // Presses Tab and waits until the focus has moved on.
+    std::wstring Tab() const {
+        const HWND before = Keyboard::Focus(Dialog()).Handle();
+        Keyboard::Press(VK_TAB);
+        EXPECT_TRUE(WaitFor([&] {
+            const HWND now = Keyboard::Focus(Dialog()).Handle();
+            return now != nullptr && now != before;
+        })) << "Tab does not leave "
+            << driver::Utf8Bytes(FocusName());
+        return FocusName();
+    }
+    bool TabTo(const std::wstring& name) const {
+        for (int presses = 0; presses < 30 && FocusName() != name; ++presses) {
+            Tab();
+        }
+        return FocusName() == name;
+    }
+
+    driver::Job job_;
+};
+
+TEST_F(KeyboardTest, TabReachesEveryControlInReadingOrderAndComesRound) {
+    ASSERT_NO_FATAL_FAILURE(Offer());
+    const std::wstring first = FocusName();
+    std::vector<std::wstring> order{first};
+    for (std::wstring name = Tab(); name != first && order.size() < 30; name = Tab()) {
+        order.push_back(name);
+    }
+    ASSERT_LT(order.size(), 30U) << "Tab comes back to where it began";
+    for (const wchar_t* name : {L"tabView", L"txtSearch", L"flxAccounts", L"cmdOK", L"cmdCancel", L"chkInvoice",
+                                L"cboChargeRate", L"chkSubmitAllDocuments", L"chkRememberSearch", L"lblAddPreferred"}) {
+        EXPECT_NE(std::find(order.begin(), order.end(), name), order.end()) << driver::Utf8Bytes(name);
+    }
+    // From the top downwards: begun with the highest control, no step goes up by more than a row.
+    std::vector<LONG> tops;
+    for (const std::wstring& name : order) {
+        tops.push_back(DialogControl(name).Rectangle().top);
+    }
+    std::rotate(tops.begin(), std::min_element(tops.begin(), tops.end()), tops.end());
+    for (std::size_t i = 1; i < tops.size(); ++i) {
+        EXPECT_GE(tops[i] + 12, tops[i - 1]) << "step " << i;
+    }
+}
+
+TEST_F(KeyboardTest, ArrowsChooseAnAccountAndEnterOnOkChargesIt) {
+    ASSERT_NO_FATAL_FAILURE(Offer());
+    ASSERT_TRUE(TabTo(L"flxAccounts"));
+    Keyboard::Press(VK_HOME);
+    Keyboard::Press(VK_DOWN);
+    Keyboard::Press(VK_DOWN);
+    ASSERT_TRUE(WaitFor([&] { return View(L"All").SelectedRow() == 2; }));
+    ASSERT_TRUE(TabTo(L"cmdOK"));
+    const driver::Notification expected = Expected(job_, LastJobFile(), 3, L"Smith / Tax");
+    Keyboard::Press(VK_RETURN);
+    ExpectNotification(expected);
+}
+
+TEST_F(KeyboardTest, SearchIsTypedAndEnterInItChargesNothing) {
+    ASSERT_NO_FATAL_FAILURE(Offer());
+    ASSERT_TRUE(TabTo(L"txtSearch"));
+    Keyboard::Type(L"North");
+    Keyboard::Press(VK_RETURN);
+    EXPECT_TRUE(ViewShows(L"All", {L"Jones", L"North"}));
+    EXPECT_EQ(DialogControl(L"txtSearch").Text(), L"North");
+    EXPECT_TRUE(Dialog().Visible());
+    EXPECT_TRUE(Server().NotificationNames().empty());
+}
+
+TEST_F(KeyboardTest, SpaceTicksABoxAndPressesALink) {
+    ASSERT_NO_FATAL_FAILURE(Offer());
+    ASSERT_TRUE(TabTo(L"chkSubmitAllDocuments"));
+    Keyboard::Press(VK_SPACE);
+    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"chkSubmitAllDocuments").Checked(); }));
+    ASSERT_TRUE(TabTo(L"lblAddPreferred"));
+    Keyboard::Press(VK_SPACE);
+    EXPECT_TRUE(WaitFor([&] { return View(L"Preferred").RowCount() == 1; }));
+}
+
+TEST_F(KeyboardTest, ArrowsOnTheTabsShowTheOtherViews) {
+    ASSERT_NO_FATAL_FAILURE(Offer());
+    ASSERT_TRUE(TabTo(L"tabView"));
+    Keyboard::Press(VK_RIGHT);
+    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"fraPreferred").Visible(); }));
+    EXPECT_FALSE(DialogControl(L"fraAllAccounts").Visible());
+    Keyboard::Press(VK_RIGHT);
+    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"fraRecent").Visible(); }));
+}
+
+TEST_F(KeyboardTest, AccessKeysOfTheDialogWorkAndNoneIsGivenTwice) {
+    ASSERT_NO_FATAL_FAILURE(Offer());
+    std::map<wchar_t, std::wstring> owners;
+    for (const driver::Window& window : Dialog().Descendants()) {
+        const std::wstring text = window.Text();
+        const std::wstring kind = window.ClassName();
+        const std::size_t mark = text.find(L'&');
+        const bool literal = kind == L"Static" && (GetWindowLongW(window.Handle(), GWL_STYLE) & SS_NOPREFIX) != 0;
+        if (!window.Visible() || literal || (kind != L"Button" && kind != L"Static") || mark + 1 >= text.size()) {
+            continue;
+        }
+        wchar_t key = text[mark + 1];
+        CharUpperBuffW(&key, 1);
+        EXPECT_TRUE(owners.emplace(key, window.Name()).second)
+            << static_cast<char>(key) << " of " << driver::Utf8Bytes(window.Name()) << " and "
+            << driver::Utf8Bytes(owners[key]);
+    }
+    const auto box = std::find_if(owners.begin(), owners.end(),
+                                  [](const auto& owner) { return owner.second == L"chkSubmitAllDocuments"; });
+    ASSERT_NE(box, owners.end()) << "the box has an access key";
+    Keyboard::PressWithAlt(static_cast<WORD>(box->first));
+    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"chkSubmitAllDocuments").Checked(); }));
+}
+
+TEST_F(KeyboardTest, PrimaryServerIsEnteredWithTheKeyboardAlone) {
+    PublishAll();
+    Client().Start();
+    ASSERT_TRUE(Client().WaitForVisible(L"frmPrimaryServer"));
+    const driver::Window form = Client().Form(L"frmPrimaryServer");
+    ASSERT_TRUE(Keyboard::BringToForeground(form));
+    ASSERT_TRUE(WaitFor([&] { return Keyboard::Focus(form).Name() == L"txtServer"; })) << "the name is asked for first";
+    Keyboard::Type(ServerName());
+    ASSERT_TRUE(WaitFor([&] { return form.Control(L"txtServer").Text() == ServerName(); }));
+    Keyboard::Press(VK_RETURN);
+    ASSERT_TRUE(Client().WaitForMonitoring());
+}
+
+}  // namespace

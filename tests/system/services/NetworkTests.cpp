@@ -1,0 +1,193 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+#include <winsock.h>
+
+#include <string>
+
+#include "platform/win32/Handles.h"
+#include "platform/win32/WindowsInternet.h"
+#include "platform/win32/WindowsSockets.h"
+
+namespace korvanta {
+namespace {
+
+constexpr std::uint32_t loopback = 0x0100007F;
+
+TEST(SocketsTests, LookUpsFailBeforeTheStartAndAfterTheStop) {
+    WindowsSockets sockets;
+    std::uint32_t address = 0;
+    EXPECT_FALSE(sockets.AddressOf(u"localhost", address));
+    EXPECT_EQ(sockets.LastError(), WSANOTINITIALISED);
+    EXPECT_FALSE(sockets.Stop());
+    EXPECT_EQ(sockets.LastError(), WSANOTINITIALISED);
+}
+
+class StartedSocketsTests : public ::testing::Test {
+  protected:
+    void SetUp() override { ASSERT_TRUE(sockets_.Start(version_)); }
+    void TearDown() override { EXPECT_TRUE(sockets_.Stop()); }
+
+    WindowsSockets sockets_;
+    SocketsVersion version_;
+};
+
+TEST_F(StartedSocketsTests, VersionOneOneIsThere) {
+    EXPECT_EQ(version_.major, 1);
+    EXPECT_EQ(version_.minor, 1);
+    EXPECT_GE(version_.maximumSockets, 1);
+}
+
+TEST_F(StartedSocketsTests, ThisMachineHasAName) {
+    std::u16string name;
+    ASSERT_TRUE(sockets_.HostName(name));
+    EXPECT_FALSE(name.empty());
+    EXPECT_EQ(name.find(u'\0'), std::u16string::npos);
+}
+
+TEST_F(StartedSocketsTests, NamesAndAddressesAreFoundForEachOther) {
+    std::uint32_t address = 0;
+    ASSERT_TRUE(sockets_.AddressOf(u"localhost", address));
+    EXPECT_EQ(address, loopback);
+    std::u16string host;
+    ASSERT_TRUE(sockets_.NameOf(loopback, host));
+    EXPECT_FALSE(host.empty());
+}
+
+TEST_F(StartedSocketsTests, DottedTextsAreAddressesAndOthersAreNone) {
+    EXPECT_EQ(sockets_.ParseAddress(u"127.0.0.1"), loopback);
+    EXPECT_EQ(sockets_.ParseAddress(u"10.1.2.3"), 0x0302010AU);
+    EXPECT_EQ(sockets_.ParseAddress(u"WS01"), 0xFFFFFFFFU);
+    EXPECT_EQ(sockets_.ParseAddress(u"300.1.2.3"), 0xFFFFFFFFU);
+}
+
+TEST_F(StartedSocketsTests, ANameThatCannotBeIsNotFound) {
+    std::uint32_t address = 5;
+    EXPECT_FALSE(sockets_.AddressOf(u"not a host name", address));
+    EXPECT_NE(sockets_.LastError(), 0);
+    EXPECT_EQ(address, 5U);
+}
+
+// A web server on a free port of this machine that answers one request.
+class OneAnswer {
+  public:
+    explicit OneAnswer(std::string answer) : answer_(std::move(answer)), listener_(::socket(AF_INET, SOCK_STREAM, 0)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = loopback;
+        int size = sizeof(address);
+        if (::bind(listener_, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(listener_, 1) != 0 ||
+            ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
+            ADD_FAILURE() << "no port to listen at";
+        }
+        port_ = ::ntohs(address.sin_port);
+    }
+    ~OneAnswer() { Wait(); }
+    OneAnswer(const OneAnswer&) = delete;
+    OneAnswer& operator=(const OneAnswer&) = delete;
+
+    void Start() { thread_ = KernelHandle(::CreateThread(nullptr, 0, Run, this, 0, nullptr)); }
+    std::u16string Url(const std::string& path) const {
+        const std::string url = "http://127.0.0.1:" + std::to_string(port_) + path;
+        return {url.begin(), url.end()};
+    }
+    // What was asked for.
+    const std::string& Request() {
+        Wait();
+        return request_;
+    }
+
+  private:
+    static DWORD WINAPI Run(void* parameter) {
+        auto& server = *static_cast<OneAnswer*>(parameter);
+        const SOCKET connection = ::accept(server.listener_, nullptr, nullptr);
+        char buffer[512];
+        while (server.request_.find("\r\n\r\n") == std::string::npos) {
+            const int got = ::recv(connection, buffer, sizeof(buffer), 0);
+            if (got <= 0) {
+                break;
+            }
+            server.request_.append(buffer, static_cast<std::size_t>(got));
+        }
+        ::send(connection, server.answer_.data(), static_cast<int>(server.answer_.size()), 0);
+        ::closesocket(connection);
+        return 0;
+    }
+    void Wait() {
+        if (listener_ == INVALID_SOCKET) {
+            return;
+        }
+        if (thread_ && ::WaitForSingleObject(thread_.Get(), 10000) != WAIT_OBJECT_0) {
+            ADD_FAILURE() << "nobody asked the web server";
+        }
+        ::closesocket(listener_);
+        listener_ = INVALID_SOCKET;
+    }
+
+    std::string answer_;
+    std::string request_;
+    SOCKET listener_;
+    int port_ = 0;
+    KernelHandle thread_;
+};
+
+class InternetTests : public StartedSocketsTests {
+  protected:
+    WindowsInternet internet_;
+};
+
+TEST_F(InternetTests, TheBodyComesInPiecesByteForByte) {
+    std::string body = "\xff\xfe";
+    for (int i = 0; i < 5000; ++i) {
+        body += static_cast<char>(i);
+    }
+    OneAnswer server("HTTP/1.0 200 OK\r\nContent-Type: text/plain\r\nContent-Length: " + std::to_string(body.size()) +
+                     "\r\n\r\n" + body);
+    server.Start();
+    std::unique_ptr<InternetFile> file;
+    ASSERT_EQ(internet_.OpenUrl(u"Korvanta", server.Url("/TLXData/Printers.txt"), file), 0U);
+    std::string received;
+    char buffer[2048];
+    std::size_t got = 0;
+    do {
+        ASSERT_EQ(file->Read(buffer, sizeof(buffer), got), 0U);
+        received.append(buffer, got);
+    } while (got > 0);
+    EXPECT_EQ(received, body);
+}
+
+TEST_F(InternetTests, TheRequestNamesTheAgentAndWantsNoCachedCopy) {
+    OneAnswer server("HTTP/1.0 200 OK\r\nContent-Length: 1\r\n\r\nx");
+    server.Start();
+    std::unique_ptr<InternetFile> file;
+    ASSERT_EQ(internet_.OpenUrl(u"Korvanta", server.Url("/x y"), file), 0U);
+    EXPECT_TRUE(server.Request().starts_with("GET /x%20y HTTP/1.")) << server.Request();
+    EXPECT_NE(server.Request().find("User-Agent: Korvanta\r\n"), std::string::npos) << server.Request();
+    EXPECT_NE(server.Request().find("no-cache"), std::string::npos) << server.Request();
+}
+
+TEST_F(InternetTests, AnErrorPageIsABodyToo) {
+    OneAnswer server("HTTP/1.0 404 Not Found\r\nContent-Length: 9\r\n\r\nNot there");
+    server.Start();
+    std::unique_ptr<InternetFile> file;
+    ASSERT_EQ(internet_.OpenUrl(u"Korvanta", server.Url("/missing"), file), 0U);
+    char buffer[100];
+    std::size_t got = 0;
+    ASSERT_EQ(file->Read(buffer, sizeof(buffer), got), 0U);
+    EXPECT_EQ(std::string(buffer, got), "Not there");
+}
+
+TEST_F(InternetTests, AServerThatRefusesIsAnError) {
+    std::u16string url;
+    {
+        const OneAnswer server("");
+        url = server.Url("/");
+    }
+    std::unique_ptr<InternetFile> file;
+    EXPECT_EQ(internet_.OpenUrl(u"Korvanta", url, file), 12029U);
+    EXPECT_EQ(file, nullptr);
+    EXPECT_NE(internet_.OpenUrl(u"Korvanta", u"not a URL", file), 0U);
+    EXPECT_EQ(file, nullptr);
+}
+
+}  // namespace
+}  // namespace korvanta

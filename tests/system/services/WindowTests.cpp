@@ -1,0 +1,429 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <array>
+#include <functional>
+#include <string>
+
+#include "platform/win32/DialogWindows.h"
+#include "platform/win32/Fonts.h"
+#include "platform/win32/Handles.h"
+#include "platform/win32/TextCalls.h"
+#include "platform/win32/WindowsMessageBoxes.h"
+#include "platform/win32/WindowsMessageLoop.h"
+#include "platform/win32/WindowsPlatform.h"
+#include "platform/win32/WindowsScreen.h"
+#include "platform/win32/WindowsShell.h"
+#include "platform/win32/WindowsTextMeasure.h"
+
+namespace korvanta {
+namespace {
+
+constexpr UINT testMessage = WM_APP + 1;
+constexpr wchar_t className[] = L"KorvantaServicesTests";
+
+// A top-level window that hands its messages to a function; true from it means dealt with.
+class TestWindow {
+  public:
+    explicit TestWindow(const std::u16string& title = u"") {
+        WNDCLASSEXW windowClass{};
+        windowClass.cbSize = sizeof(windowClass);
+        windowClass.lpfnWndProc = Procedure;
+        windowClass.hInstance = ::GetModuleHandleA(nullptr);
+        windowClass.lpszClassName = className;
+        textCalls::RegisterWindowClass(windowClass);
+        window_ = WindowHandle(textCalls::MakeWindow(0, className, title, WS_OVERLAPPEDWINDOW, 100, 100, 300, 200,
+                                                     nullptr, nullptr, this));
+        EXPECT_TRUE(window_);
+        textCalls::SetWindowData(Get(), GWL_USERDATA, static_cast<LONG>(reinterpret_cast<LONG_PTR>(this)));
+    }
+    ~TestWindow() { window_.Reset(); }
+    TestWindow(const TestWindow&) = delete;
+    TestWindow& operator=(const TestWindow&) = delete;
+
+    HWND Get() const { return window_.Get(); }
+    HWND Child(const wchar_t* childClass, int identifier) {
+        return textCalls::MakeWindow(0, childClass, u"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, identifier * 60, 0, 50, 20,
+                                     Get(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(identifier)), nullptr);
+    }
+
+    std::function<bool(UINT, WPARAM, LPARAM)> onMessage;
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        auto* self = reinterpret_cast<TestWindow*>(static_cast<LONG_PTR>(textCalls::WindowData(window, GWL_USERDATA)));
+        if (self && self->onMessage && self->onMessage(message, wParam, lParam)) {
+            return 0;
+        }
+        return textCalls::DefaultProcedure(window, message, wParam, lParam);
+    }
+
+    WindowHandle window_;
+};
+
+TEST(TextCallsTests, ATitleOfTheCodePageComesBack) {
+    const TestWindow window(u"Größe für René");
+    EXPECT_EQ(textCalls::WindowText(window.Get()), u"Größe für René");
+    textCalls::SetText(window.Get(), u"");
+    EXPECT_EQ(textCalls::WindowText(window.Get()), u"");
+    EXPECT_EQ(textCalls::ClassName(window.Get()), u"KorvantaServicesTests");
+}
+
+TEST(TextCallsTests, WindowsAreWideOnTheNtFamilyOnly) {
+    const TestWindow window(u"漢字");
+    EXPECT_EQ(::IsWindowUnicode(window.Get()) != 0, !textCalls::IsWindows9x());
+    EXPECT_EQ(textCalls::WindowText(window.Get()), textCalls::IsWindows9x() ? u"??" : u"漢字");
+}
+
+TEST(TextCallsTests, TextsOfMessagesArriveInAControl) {
+    TestWindow window;
+    const HWND list = window.Child(L"LISTBOX", 1);
+    textCalls::SendText(list, LB_ADDSTRING, 0, u"Tür");
+    textCalls::SendText(list, LB_ADDSTRING, 0, u"");
+    EXPECT_EQ(textCalls::ReadText(list, LB_GETTEXTLEN, LB_GETTEXT, 1), u"");
+    EXPECT_EQ(textCalls::ReadText(list, LB_GETTEXTLEN, LB_GETTEXT, 0), u"Tür");
+}
+
+TEST(TextCallsTests, ATypedCharacterIsTheOneOfTheCodePage) {
+    EXPECT_EQ(textCalls::TypedCharacter('a'), u'a');
+    EXPECT_EQ(textCalls::TypedCharacter(0xE9), u'é');
+    EXPECT_EQ(textCalls::TypedCharacter(0x80), textCalls::IsWindows9x() ? u'€' : u'\x80');
+}
+
+TEST(TextCallsTests, ATextIsCutToItsBuffer) {
+    std::array<wchar_t, 4> buffer{};
+    textCalls::CopyNative(u"für immer", buffer.data(), buffer.size());
+    EXPECT_EQ(textCalls::FromNative(buffer.data()), u"für");
+    textCalls::CopyNative(u"ja", buffer.data(), buffer.size());
+    EXPECT_EQ(textCalls::FromNative(buffer.data()), u"ja");
+}
+
+class MessageLoopTests : public ::testing::Test {
+  protected:
+    // A quit left over from one test must not end the next one's loop.
+    ~MessageLoopTests() override {
+        MSG message;
+        while (::PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        }
+    }
+
+    DialogWindows dialogs_;
+    WindowsMessageLoop loop_{dialogs_};
+    TestWindow window_;
+};
+
+TEST_F(MessageLoopTests, WhatIsWaitingIsHandled) {
+    int handled = 0;
+    window_.onMessage = [&](UINT message, WPARAM, LPARAM) { return message == testMessage && ++handled > 0; };
+    textCalls::Post(window_.Get(), testMessage);
+    textCalls::Post(window_.Get(), testMessage);
+    loop_.RunPending();
+    EXPECT_EQ(handled, 2);
+    loop_.RunPending();
+    EXPECT_EQ(handled, 2);
+}
+
+TEST_F(MessageLoopTests, TightLoopsLookOnlyEveryTenMilliseconds) {
+    int handled = 0;
+    window_.onMessage = [&](UINT message, WPARAM, LPARAM) { return message == testMessage && ++handled > 0; };
+    DWORD before = 0;
+    do {
+        loop_.RunPending();
+        handled = 0;
+        before = ::GetTickCount();
+        textCalls::Post(window_.Get(), testMessage);
+        loop_.RunPendingOften();
+    } while (::GetTickCount() - before >= 5);
+    EXPECT_EQ(handled, 0);
+    while (::GetTickCount() - before < 12) {
+    }
+    loop_.RunPendingOften();
+    EXPECT_EQ(handled, 1);
+}
+
+TEST_F(MessageLoopTests, ATimerThatIsAlwaysDueKeepsNobody) {
+    int ticks = 0;
+    window_.onMessage = [&](UINT message, WPARAM, LPARAM) {
+        if (message == WM_TIMER) {
+            ++ticks;
+            ::Sleep(30);
+        }
+        return message == WM_TIMER;
+    };
+    ::SetTimer(window_.Get(), 1, 10, nullptr);
+    const DWORD start = ::GetTickCount();
+    while (ticks == 0 && ::GetTickCount() - start < 5000) {
+        loop_.RunPending();
+    }
+    ::KillTimer(window_.Get(), 1);
+    EXPECT_GE(ticks, 1);
+    EXPECT_LE(ticks, 2);
+}
+
+TEST_F(MessageLoopTests, QuittingBeforeTheLoopEndsItAtOnce) {
+    loop_.Quit();
+    loop_.Run();
+    EXPECT_TRUE(loop_.Quitting());
+}
+
+TEST_F(MessageLoopTests, AQuitMetWhilePendingMessagesRunEndsTheLoop) {
+    window_.onMessage = [&](UINT message, WPARAM, LPARAM) {
+        if (message == testMessage) {
+            ::PostQuitMessage(0);
+        }
+        return message == testMessage;
+    };
+    textCalls::Post(window_.Get(), testMessage);
+    loop_.RunPending();
+    EXPECT_TRUE(loop_.Quitting());
+    MSG message;
+    EXPECT_TRUE(::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE));
+    EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT));
+    loop_.Run();
+}
+
+TEST_F(MessageLoopTests, AQuitInAModalLoopEndsTheOuterOneToo) {
+    bool inner = false;
+    window_.onMessage = [&](UINT message, WPARAM wParam, LPARAM) {
+        if (message == testMessage && wParam == 1) {
+            textCalls::Post(window_.Get(), testMessage, 2);
+            loop_.RunWhile([] { return true; });
+            inner = true;
+        } else if (message == testMessage) {
+            loop_.Quit();
+        }
+        return message == testMessage;
+    };
+    textCalls::Post(window_.Get(), testMessage, 1);
+    loop_.Run();
+    EXPECT_TRUE(inner);
+}
+
+TEST_F(MessageLoopTests, AModalLoopEndsWithItsConditionAndTheProgramGoesOn) {
+    bool shown = true;
+    window_.onMessage = [&](UINT message, WPARAM, LPARAM) {
+        if (message == testMessage) {
+            shown = false;
+        }
+        return message == testMessage;
+    };
+    textCalls::Post(window_.Get(), testMessage);
+    loop_.RunWhile([&] { return shown; });
+    EXPECT_FALSE(shown);
+    EXPECT_FALSE(loop_.Quitting());
+}
+
+TEST_F(MessageLoopTests, TabMovesTheFocusInARegisteredWindowOnly) {
+    const HWND first = window_.Child(L"EDIT", 1);
+    const HWND second = window_.Child(L"EDIT", 2);
+    ::ShowWindow(window_.Get(), SW_SHOW);
+    ::SetFocus(first);
+    textCalls::Post(first, WM_KEYDOWN, VK_TAB);
+    loop_.RunPending();
+    EXPECT_EQ(::GetFocus(), first);
+    dialogs_.Add(window_.Get());
+    textCalls::Post(first, WM_KEYDOWN, VK_TAB);
+    loop_.RunPending();
+    EXPECT_EQ(::GetFocus(), second);
+    dialogs_.Remove(window_.Get());
+    textCalls::Post(second, WM_KEYDOWN, VK_TAB);
+    loop_.RunPending();
+    EXPECT_EQ(::GetFocus(), second);
+}
+
+TEST_F(MessageLoopTests, AFilterSeesAKeyBeforeTheDialogDoes) {
+    const HWND first = window_.Child(L"EDIT", 1);
+    window_.Child(L"EDIT", 2);
+    ::ShowWindow(window_.Get(), SW_SHOW);
+    ::SetFocus(first);
+    WPARAM seen = 0;
+    dialogs_.Add(window_.Get(), [&](const MSG& message) {
+        seen = message.wParam;
+        return true;
+    });
+    textCalls::Post(first, WM_KEYDOWN, VK_TAB);
+    loop_.RunPending();
+    EXPECT_EQ(seen, static_cast<WPARAM>(VK_TAB));
+    EXPECT_EQ(::GetFocus(), first);
+    dialogs_.Remove(window_.Get());
+}
+
+TEST_F(MessageLoopTests, AFilterMayEndItsWindow) {
+    const HWND first = window_.Child(L"EDIT", 1);
+    dialogs_.Add(window_.Get(), [&](const MSG&) {
+        dialogs_.Remove(window_.Get());
+        ::DestroyWindow(first);
+        return false;
+    });
+    textCalls::Post(first, WM_KEYDOWN, VK_TAB);
+    loop_.RunPending();
+    EXPECT_FALSE(::IsWindow(first));
+}
+
+// Presses a button of the next message box of this thread, and remembers what the box said.
+class BoxPresser {
+  public:
+    explicit BoxPresser(int button) : button_(button) {
+        Current() = this;
+        timer_ = ::SetTimer(nullptr, 0, 20, Look);
+    }
+    ~BoxPresser() {
+        ::KillTimer(nullptr, timer_);
+        Current() = nullptr;
+    }
+    BoxPresser(const BoxPresser&) = delete;
+    BoxPresser& operator=(const BoxPresser&) = delete;
+
+    std::u16string title;
+    std::u16string text;
+    HWND owner = nullptr;
+
+  private:
+    static BoxPresser*& Current() {
+        static BoxPresser* current = nullptr;
+        return current;
+    }
+    static BOOL CALLBACK Press(HWND window, LPARAM parameter) {
+        auto& self = *reinterpret_cast<BoxPresser*>(parameter);
+        if (textCalls::ClassName(window) != u"#32770" || !::IsWindowVisible(window)) {
+            return TRUE;
+        }
+        constexpr int textOfABox = 0xFFFF;
+        self.title = textCalls::WindowText(window);
+        self.text = textCalls::WindowText(::GetDlgItem(window, textOfABox));
+        self.owner = ::GetWindow(window, GW_OWNER);
+        textCalls::Post(window, WM_COMMAND, static_cast<WPARAM>(self.button_));
+        return FALSE;
+    }
+    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) {
+        ::EnumThreadWindows(::GetCurrentThreadId(), Press, reinterpret_cast<LPARAM>(Current()));
+    }
+
+    int button_;
+    UINT_PTR timer_ = 0;
+};
+
+class MessageBoxTests : public MessageLoopTests {
+  protected:
+    WindowsMessageBoxes boxes_{loop_};
+};
+
+TEST_F(MessageBoxTests, TheAnswerIsTheButtonPressed) {
+    const auto answer = [&](int button, MessageButtons buttons) {
+        const BoxPresser presser(button);
+        return boxes_.Show(u"Text", u"Title", buttons, MessageIcon::Question);
+    };
+    EXPECT_EQ(answer(IDOK, MessageButtons::OK), MessageAnswer::OK);
+    EXPECT_EQ(answer(IDOK, MessageButtons::OKCancel), MessageAnswer::OK);
+    EXPECT_EQ(answer(IDCANCEL, MessageButtons::OKCancel), MessageAnswer::Cancel);
+    EXPECT_EQ(answer(IDYES, MessageButtons::YesNo), MessageAnswer::Yes);
+    EXPECT_EQ(answer(IDNO, MessageButtons::YesNo), MessageAnswer::No);
+}
+
+TEST_F(MessageBoxTests, TitleAndTextAreShown) {
+    const BoxPresser presser(IDOK);
+    boxes_.Show(u"Größe\r\nund Höhe", u"Für René", MessageButtons::OK, MessageIcon::Critical);
+    EXPECT_EQ(presser.title, u"Für René");
+    EXPECT_EQ(presser.text, u"Größe\r\nund Höhe");
+    EXPECT_EQ(presser.owner, nullptr);
+}
+
+TEST_F(MessageBoxTests, TheBoxStandsInFrontOfTheActiveWindow) {
+    ::ShowWindow(window_.Get(), SW_SHOW);
+    ::SetActiveWindow(window_.Get());
+    ASSERT_EQ(::GetActiveWindow(), window_.Get());
+    const BoxPresser presser(IDOK);
+    boxes_.Show(u"Text", u"Title", MessageButtons::OK, MessageIcon::None);
+    EXPECT_EQ(presser.owner, window_.Get());
+}
+
+TEST_F(MessageBoxTests, AProgramThatIsEndingShowsNothingAndRefuses) {
+    loop_.Quit();
+    EXPECT_EQ(boxes_.Show(u"Text", u"Title", MessageButtons::OK, MessageIcon::None), MessageAnswer::Cancel);
+    EXPECT_EQ(boxes_.Show(u"Text", u"Title", MessageButtons::OKCancel, MessageIcon::None), MessageAnswer::Cancel);
+    EXPECT_EQ(boxes_.Show(u"Text", u"Title", MessageButtons::YesNo, MessageIcon::None), MessageAnswer::No);
+}
+
+TEST_F(MessageBoxTests, AQuitEndsTheBoxAndThenTheLoop) {
+    window_.onMessage = [&](UINT message, WPARAM, LPARAM) {
+        if (message == WM_TIMER) {
+            loop_.Quit();
+        }
+        return message == WM_TIMER;
+    };
+    ::SetTimer(window_.Get(), 1, 50, nullptr);
+    EXPECT_EQ(boxes_.Show(u"Text", u"Title", MessageButtons::YesNo, MessageIcon::None), MessageAnswer::No);
+    ::KillTimer(window_.Get(), 1);
+    loop_.Run();
+}
+
+TEST(FontsTests, LengthsAreConvertedAtTheScreensResolution) {
+    const Fonts fonts;
+    EXPECT_EQ(fonts.Pixels(1440), fonts.DotsPerInch());
+    EXPECT_EQ(fonts.Twips(fonts.DotsPerInch()), 1440);
+    EXPECT_EQ(fonts.Pixels(-1440), -fonts.DotsPerInch());
+    EXPECT_NE(fonts.Normal(), nullptr);
+    LOGFONTA bold{};
+    ::GetObjectA(fonts.Bold(), sizeof(bold), &bold);
+    EXPECT_EQ(bold.lfWeight, FW_BOLD);
+}
+
+TEST(ScreenTests, TheWorkAreaIsPartOfTheScreen) {
+    const Fonts fonts;
+    WindowsScreen screen(fonts);
+    EXPECT_DOUBLE_EQ(screen.TwipsPerPixel(), 1440.0 / fonts.DotsPerInch());
+    const Place whole = screen.WholeScreen();
+    const Place work = screen.WorkArea();
+    EXPECT_EQ(whole.left, 0);
+    EXPECT_EQ(whole.top, 0);
+    EXPECT_EQ(whole.width, fonts.Twips(::GetSystemMetrics(SM_CXSCREEN)));
+    EXPECT_GT(work.width, 0);
+    EXPECT_GT(work.height, 0);
+    EXPECT_LE(work.Right(), whole.Right());
+    EXPECT_LE(work.Bottom(), whole.Bottom());
+}
+
+TEST(TextMeasureTests, AnAccessKeysMarkTakesNoRoom) {
+    const Fonts fonts;
+    WindowsTextMeasure measure(fonts);
+    EXPECT_EQ(measure.Width(u"", false), 0);
+    EXPECT_EQ(measure.Width(u"&OK", false), measure.Width(u"OK", false));
+    EXPECT_GT(measure.Width(u"R&&D", false), measure.Width(u"RD", false));
+    EXPECT_EQ(measure.Width(u"&&", false) * 2, measure.Width(u"&&&&", false));
+    EXPECT_EQ(measure.Width(u"OK&", false), measure.Width(u"OK", false));
+}
+
+TEST(TextMeasureTests, LongerAndBolderTextsTakeMoreRoom) {
+    const Fonts fonts;
+    WindowsTextMeasure measure(fonts);
+    EXPECT_GT(measure.Width(u"Wider", false), measure.Width(u"Wide", false));
+    EXPECT_GT(measure.Width(u"A text that is wide", true), measure.Width(u"A text that is wide", false));
+    EXPECT_GT(measure.LineHeight(false), 0);
+    EXPECT_GE(measure.LineHeight(true), measure.LineHeight(false));
+}
+
+TEST(ShellTests, AMissingDocumentIsAFailure) {
+    WindowsShell shell;
+    EXPECT_FALSE(shell.OpenDocument(u"C:\\no such folder\\no such file.htm"));
+}
+
+TEST(ShellTests, AnIconIsAddedOnceAndDeletedOnce) {
+    const TestWindow window;
+    WindowsShell shell;
+    const TrayIcon icon{reinterpret_cast<WindowId>(window.Get()), 1, 7, WM_MOUSEMOVE,
+                        u"Größe " + std::u16string(100, u'x')};
+    EXPECT_TRUE(shell.AddTrayIcon(icon));
+    EXPECT_TRUE(shell.DeleteTrayIcon(icon));
+    EXPECT_FALSE(shell.DeleteTrayIcon(icon));
+}
+
+TEST(PlatformTests, EveryServiceIsThere) {
+    WindowsPlatform platform;
+    Platform& services = platform.Services();
+    EXPECT_FALSE(services.files.TemporaryFolder().empty());
+    EXPECT_EQ(services.screen.TwipsPerPixel(), 1440.0 / platform.DialogFonts().DotsPerInch());
+    EXPECT_EQ(&services.messageLoop, &platform.Loop());
+}
+
+}  // namespace
+}  // namespace korvanta
