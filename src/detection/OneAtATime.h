@@ -9,8 +9,9 @@ namespace korvanta {
 class OneAtATime {
   public:
     explicit OneAtATime(std::function<void()> rebuild);
+    OneAtATime(const OneAtATime&) = delete;
+    OneAtATime& operator=(const OneAtATime&) = delete;
 
-    bool IsBusy() const { return busy_; }
     // Whether the operation under way has better end soon, what it works with being out of date.
     bool RebuildWaits() const { return rebuildWaits_; }
 

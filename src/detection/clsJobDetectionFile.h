@@ -45,7 +45,7 @@ class clsJobDetectionFile : public IJobDetectionObject {
     void ProcessServerCounter(const std::u16string& serverName);
     void PollAllServers();
     void PollServer(const std::u16string& serverName);
-    bool ReadJobFile(std::int32_t number, const std::u16string& serverName, std::shared_ptr<clsJobInfo>& job);
+    std::shared_ptr<clsJobInfo> ReadJobFile(std::int32_t number, const std::u16string& serverName);
     void ReportJob(const std::shared_ptr<clsJobInfo>& job);
 
     bool ServerHealth(const std::u16string& serverName) const;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -50,15 +51,14 @@ class clsJobDetectionPrinter : public IJobDetectionObject {
     void IJobDetectionObject_FullRefresh() override;
 
     void OpenPrinters();
-    bool OpenPrinter(const std::u16string& name, Printer& printer);
-    void ReportUnopened(const std::u16string& name, const std::u16string& reason);
+    std::u16string OpenPrinter(Printer& printer, bool isWindowsNT);
     void ProcessAllPrinters(bool silent);
     void ProcessNewJobs(const Printer& printer, bool silent);
     void EnumerateAndReport(const Printer& printer, bool silent);
     Jobs EnumerateAllJobs(const Printer& printer);
     void PollPrinters();
     void ServeSignalledPrinters();
-    std::uint32_t PollChangeHandles();
+    std::optional<std::size_t> SignalledPrinter();
 
     Spooler& spooler_;
     WaitableHandles& waitableHandles_;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <string>
 
@@ -31,14 +30,10 @@ class clsPrintJobMatcher {
         std::u16string address;
     };
 
-    Machine DesiredMachine(bool isWindows9x, const std::u16string& fullPrinterName);
-    void LogJob(const std::u16string& user, const std::u16string& machine, const std::u16string& desiredMachine,
-                std::int32_t matchMethod);
-    bool Decide(std::int32_t matchMethod, bool isWindows9x, const std::u16string& user, const std::u16string& machine,
-                const Machine& desired);
-    bool MachineMatches(const std::u16string& machine, const Machine& desired);
+    static bool IsMachine(const std::u16string& machine, const Machine& desired);
+    bool IsOrResolvesToMachine(const std::u16string& machine, const Machine& desired);
     std::u16string ResolvedName(const std::u16string& address);
-    std::u16string AddressOf(std::u16string hostName);
+    Machine MachineOf(std::u16string name);
 
     SystemInformation& systemInformation_;
     const clsClientSettings& clientSettings_;

@@ -2,9 +2,7 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "common/List.h"
 #include "common/Services.h"

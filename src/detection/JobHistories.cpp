@@ -1,0 +1,15 @@
+#include "detection/JobHistories.h"
+
+namespace korvanta {
+
+JobHistories::JobHistories(MutexFactory& mutexes, TraceLog& log) : mutexes_(mutexes), log_(log) {}
+
+clsJobHistory& JobHistories::HistoryForPrinter(const std::u16string& fullPrinterName) {
+    auto found = histories_.find(fullPrinterName);
+    if (found == histories_.end()) {
+        found = histories_.emplace(fullPrinterName, std::make_unique<clsJobHistory>(mutexes_, log_)).first;
+    }
+    return *found->second;
+}
+
+}  // namespace korvanta

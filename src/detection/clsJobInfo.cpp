@@ -1,0 +1,87 @@
+#include "detection/clsJobInfo.h"
+
+#include <string_view>
+
+#include "common/Conversion.h"
+#include "common/Error.h"
+#include "common/Text.h"
+
+namespace korvanta {
+
+namespace {
+
+Error OutOfRange() {
+    return {errorNumber::subscriptOutOfRange, u"clsJobInfo", u"Subscript out of range"};
+}
+
+// Fills the record from its ten lines, which `nextLine` gives one by one.
+template <class NextLine>
+void ReadLines(clsJobInfo& job, NextLine nextLine) {
+    job.JobID = ToInteger32(nextLine());
+    job.PrinterName = nextLine();
+    job.MachineName = nextLine();
+    job.UserName = nextLine();
+    job.Document = nextLine();
+    job.FullPrinterName = nextLine();
+    job.PrinterHandle = ToInteger32(nextLine());
+    job.Time1 = ToInteger32(nextLine());
+    job.Time2 = ToInteger32(nextLine());
+    job.Time3 = ToInteger32(nextLine());
+}
+
+template <class NextLine>
+bool TryReadLines(clsJobInfo& job, NextLine nextLine) {
+    try {
+        ReadLines(job, nextLine);
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+}  // namespace
+
+void clsJobInfo::Load(Spooler& spooler, const std::vector<std::uint32_t>& lngBuffer, std::size_t startIndex,
+                      const std::u16string& strFullPrinterName, korvanta::PrinterHandle lngPrinterHandle) {
+    const auto word = [&lngBuffer, startIndex](std::size_t offset) {
+        if (startIndex >= lngBuffer.size() || offset >= lngBuffer.size() - startIndex) {
+            throw OutOfRange();
+        }
+        return lngBuffer[startIndex + offset];
+    };
+    const auto number = [&word](std::size_t offset) { return static_cast<std::int32_t>(word(offset)); };
+    const auto text = [&spooler, &word](std::size_t offset) { return spooler.TextAt(word(offset)); };
+
+    MachineName = Trim(Replace(text(2), u"\\", u""));
+    UserName = Lower(text(3));
+    JobID = number(0);
+    FullPrinterName = strFullPrinterName;
+    PrinterName = SplitPrinterName(strFullPrinterName).printer;
+    Document = text(4);
+    PrinterHandle = lngPrinterHandle;
+    Time1 = number(13);
+    Time2 = number(14);
+    Time3 = number(15);
+}
+
+bool clsJobInfo::ReadFromTextStream(TextInput& objTS) {
+    return TryReadLines(*this, [&objTS] { return objTS.ReadLine(); });
+}
+
+bool clsJobInfo::ReadFromString(const std::u16string& strFile) {
+    std::u16string_view rest = strFile;
+    bool ended = false;
+    // Takes no more lines than are asked for: whatever a server publishes, ten are enough.
+    return TryReadLines(*this, [&rest, &ended] {
+        if (ended) {
+            throw OutOfRange();
+        }
+        const std::size_t lineEnd = rest.find(lineBreak);
+        const std::u16string line(rest.substr(0, lineEnd));
+        ended = lineEnd == std::u16string_view::npos;
+        rest.remove_prefix(ended ? rest.size() : lineEnd + lineBreak.size());
+        return line;
+    });
+}
+
+}  // namespace korvanta
