@@ -5,6 +5,7 @@ import os
 import select
 import time
 
+_MODIFY = 0x00000002
 _CLOSE_WRITE = 0x00000008
 _MOVED_TO = 0x00000080
 
@@ -21,7 +22,7 @@ class FolderWatch:
         if self._descriptor < 0:
             raise OSError(ctypes.get_errno(), os.strerror(ctypes.get_errno()))
         for folder in folders:
-            if self._libc.inotify_add_watch(self._descriptor, os.fsencode(folder), _CLOSE_WRITE | _MOVED_TO) < 0:
+            if self._libc.inotify_add_watch(self._descriptor, os.fsencode(folder), _MODIFY | _CLOSE_WRITE | _MOVED_TO) < 0:
                 error = ctypes.get_errno()
                 self.close()
                 raise OSError(error, os.strerror(error), folder)

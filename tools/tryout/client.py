@@ -1,0 +1,53 @@
+"""The client under Wine, and clientdriver.exe, which looks into its windows from a second process."""
+
+import os
+import subprocess
+
+
+class ClientError(Exception):
+    """The client does not do what it must; the text says what."""
+
+
+class Client:
+    """The client program in a folder of its own, in which it also writes its trace log; one process at a time."""
+
+    def __init__(self, program, driver):
+        self._program = program
+        self._driver = driver
+        self._process = None
+        self.trace_log = os.path.join(os.path.dirname(program), "tlxlog.txt")
+
+    def start(self, *arguments):
+        """Starts it, with an empty trace log, and waits until it watches the servers."""
+        if os.path.exists(self.trace_log):
+            os.remove(self.trace_log)
+        self._process = subprocess.Popen(["wine", self._program, *arguments], stdin=subprocess.DEVNULL,
+                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.drive("wait-monitoring", "--seconds", "30")
+
+    def drive(self, *arguments):
+        """Runs a command of clientdriver.exe; raises ClientError when it fails."""
+        result = subprocess.run(["wine", self._driver, *arguments], capture_output=True, text=True, errors="replace",
+                                stdin=subprocess.DEVNULL, check=False)
+        if result.returncode != 0:
+            self.check_running()
+            raise ClientError(f"The client does not do it: {' '.join(arguments)}. {result.stderr.strip()}".rstrip())
+
+    def check_running(self):
+        if self._process.poll() is not None:
+            raise ClientError(f"The client ended by itself with exit code {self._process.returncode}.")
+
+    def close(self):
+        """Closes it as the Task Manager does."""
+        self.drive("close")
+        self._process.wait(10)
+
+    def end(self):
+        """Ends the process if it is still there."""
+        if self._process and self._process.poll() is None:
+            self._process.terminate()
+            try:
+                self._process.wait(10)
+            except subprocess.TimeoutExpired:
+                self._process.kill()
+                self._process.wait()
