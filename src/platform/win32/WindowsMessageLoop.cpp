@@ -15,7 +15,7 @@ namespace {
 
 constexpr DWORD leastPause = 10;  // milliseconds
 
-void Handle(DialogWindows& dialogs, MSG& message) {
+void Deal(DialogWindows& dialogs, MSG& message) {
     if (!dialogs.Translate(message)) {
         textCalls::Dispatch(message);
     }
@@ -41,7 +41,7 @@ void WindowsMessageLoop::RunPending() {
             again = std::find(ticked.begin(), ticked.end(), timer) != ticked.end();
             ticked.push_back(timer);
         }
-        Handle(dialogs_, message);
+        Deal(dialogs_, message);
         if (again) {
             break;
         }
@@ -73,7 +73,7 @@ void WindowsMessageLoop::RunWhile(const std::function<bool()>& goOn) {
             ::PostQuitMessage(0);
             return;
         }
-        Handle(dialogs_, message);
+        Deal(dialogs_, message);
     }
 }
 

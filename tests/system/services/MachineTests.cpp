@@ -64,7 +64,8 @@ TEST(SystemTests, SleepingTakesItsTime) {
     WindowsSystem system;
     const DWORD start = ::GetTickCount();
     system.Sleep(60);
-    EXPECT_GE(::GetTickCount() - start, 50U);
+    // The tick count moves in steps of up to 16.
+    EXPECT_GE(::GetTickCount() - start, 44U);
 }
 
 TEST(SystemTests, HidingAndTheEventLogNeverFail) {
@@ -75,14 +76,15 @@ TEST(SystemTests, HidingAndTheEventLogNeverFail) {
 
 // The tests below start this program again; its half of them is this one.
 constexpr wchar_t expectedVariable[] = L"KORVANTA_EXPECTED_COMMAND_LINE";
-constexpr wchar_t childFilter[] = L"--gtest_filter=CommandLineChild.*";
+constexpr UINT exitWhenSeen = 42;
+constexpr wchar_t filterVariable[] = L"GTEST_FILTER";
 
 TEST(CommandLineChild, SeesWhatItsParentExpects) {
     if (Variable(expectedVariable).empty()) {
         GTEST_SKIP() << "for the program started by CommandLineTests only";
     }
     WindowsSystem system;
-    EXPECT_EQ(system.CommandLine(), Variable(expectedVariable));
+    ::ExitProcess(system.CommandLine() == Variable(expectedVariable) ? exitWhenSeen : 1);
 }
 
 // Starts this program with the command line; true when it found `expected` behind its name.
@@ -90,24 +92,26 @@ bool ChildSees(std::wstring commandLine, const std::wstring& expected) {
     std::array<wchar_t, MAX_PATH> program{};
     ::GetModuleFileNameW(nullptr, program.data(), MAX_PATH);
     ::SetEnvironmentVariableW(expectedVariable, expected.c_str());
+    ::SetEnvironmentVariableW(filterVariable, L"CommandLineChild.*");
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION information{};
     const BOOL started = ::CreateProcessW(program.data(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
                                           nullptr, &startup, &information);
     ::SetEnvironmentVariableW(expectedVariable, nullptr);
+    ::SetEnvironmentVariableW(filterVariable, nullptr);
     if (!started) {
         return false;
     }
     const KernelHandle process(information.hProcess);
     const KernelHandle thread(information.hThread);
-    DWORD exitCode = 1;
+    DWORD exitCode = 0;
     return ::WaitForSingleObject(process.Get(), 30000) == WAIT_OBJECT_0 &&
-           ::GetExitCodeProcess(process.Get(), &exitCode) && exitCode == 0;
+           ::GetExitCodeProcess(process.Get(), &exitCode) && exitCode == exitWhenSeen;
 }
 
 TEST(CommandLineTests, TheProgramsNameAndBlanksAreLeftOut) {
-    const std::wstring arguments = std::wstring(childFilter) + L" /Test \"ä b\" ";
+    const std::wstring arguments = L"/Test \"ä b\" ";
     EXPECT_TRUE(ChildSees(L"name " + arguments, arguments));
     EXPECT_TRUE(ChildSees(L"\"C:\\a folder\\name.exe\"  \t" + arguments, arguments));
     EXPECT_TRUE(ChildSees(L"\"name\"" + arguments, arguments));
