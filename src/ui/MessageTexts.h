@@ -10,7 +10,7 @@ class MessageTexts {
   public:
     virtual ~MessageTexts() = default;
     // Empty for a name that no label has.
-    virtual std::u16string Caption(std::u16string_view labelName) = 0;
+    virtual std::u16string Text(std::u16string_view labelName) = 0;
 };
 
 }  // namespace korvanta

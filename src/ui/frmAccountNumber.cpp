@@ -339,8 +339,8 @@ void frmAccountNumber::ShowQueueLength() {
 }
 
 void frmAccountNumber::ShowMessage(const char16_t* label, MessageIcon icon) {
-    services_.platform.messageBoxes.Show(services_.messages.Caption(label),
-                                         services_.messages.Caption(u"lblMessageBoxTitle"), MessageButtons::OK, icon);
+    services_.platform.messageBoxes.Show(services_.messages.Text(label),
+                                         services_.messages.Text(u"lblMessageBoxTitle"), MessageButtons::OK, icon);
 }
 
 }  // namespace korvanta

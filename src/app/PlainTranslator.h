@@ -1,0 +1,17 @@
+#pragma once
+
+#include "common/Translator.h"
+
+namespace korvanta {
+
+// The translation component of an installation without a catalogue: captions stay as they are.
+class PlainTranslator : public Translator {
+  public:
+    void SetSections(const std::vector<std::u16string>&) override {}
+    void LoadCatalogue(const std::u16string&) override {}
+    void SetLanguage(const std::u16string&) override {}
+    void SelectSection(const std::u16string&) override {}
+    void Translate(Container&) override {}
+};
+
+}  // namespace korvanta

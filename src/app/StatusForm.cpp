@@ -1,0 +1,148 @@
+#include "app/StatusForm.h"
+
+#include <algorithm>
+#include <array>
+
+namespace korvanta {
+
+namespace {
+constexpr int margin = 180;
+constexpr int gap = 120;
+constexpr int smallGap = 45;
+constexpr int slack = 60;
+constexpr int buttonWidth = 1260;
+constexpr int formWidth = 8400;
+constexpr int listHeight = 1500;
+}  // namespace
+
+StatusForm::StatusForm(TextMeasure& textMeasure, const BannerServices& bannerServices)
+    : Form(u"frmMain"),
+      ctlBanner1(u"ctlBanner1", bannerServices),
+      textMeasure_(textMeasure),
+      line_(textMeasure.LineHeight(false) + 30),
+      field_(line_ + 105) {
+    Border(korvanta::BorderStyle::FixedDialog);
+    ShowInTaskbar(false);
+    SetCaptions();
+    AddControls();
+    tmrActivity.Interval(1000);
+    ClientSize(formWidth, NormalHeight());
+}
+
+void StatusForm::SetCaptions() {
+    Caption(u"Korvanta Costbridge Client");
+    ctlBanner1.Title(u"Korvanta Costbridge Client");
+    ctlBanner1.Description(u"Watches the monitored printers for documents that you print.");
+    lblJobDetectionMethodCaption.Caption(u"Job detection method:");
+    lblPrinters.Caption(u"Monitored &printers:");
+    cmdRefresh.Caption(u"&Refresh");
+    cmdClose.Caption(u"&Close");
+    cmdClose.Default(true);
+    lblTask.Caption(u"Task");
+    lblPerformed.Caption(u"Last performed");
+    lblResult.Caption(u"Result");
+    lblDue.Caption(u"Next due");
+    lblFullRefresh.Caption(u"Full refresh");
+    lblPrinterListScan.Caption(u"Printer list scan");
+    lblServerHealthTest.Caption(u"Server health test");
+    lblLoggingQuestion.Caption(u"This will turn on logging. Only do this for debugging purposes.");
+    lblAdvancedQuestion.Caption(
+        u"This will show you the advanced display. Only do this for debugging purposes. Press cancel otherwise.");
+    lblCloseTitle.Caption(u"Close Korvanta?");
+    lblCloseQuestion.Caption(
+        u"Closing Korvanta will mean that you will not be able to print documents to monitored printers. Are you sure "
+        u"you want to close the application?");
+    mnuPopop.Caption(u"Popup Menu");
+    mnuLogging.Caption(u"Turn on logging");
+    mnuAdvanced.Caption(u"Advanced status");
+    for (Label* label : {&lblTask, &lblPerformed, &lblResult, &lblDue}) {
+        label->Bold(true);
+    }
+    lblActivity.AccessKey(false);
+    for (Label* label : {&lblLoggingQuestion, &lblAdvancedQuestion, &lblCloseTitle, &lblCloseQuestion}) {
+        label->Visible(false);
+    }
+}
+
+void StatusForm::AddControls() {
+    for (Control* control : std::initializer_list<Control*>{&ctlBanner1,
+                                                            &lblJobDetectionMethodCaption,
+                                                            &lblJobDetectionMethod,
+                                                            &lblPrinters,
+                                                            &lvwPrinters,
+                                                            &lblActivity,
+                                                            &cmdRefresh,
+                                                            &cmdClose,
+                                                            &HLine1,
+                                                            &lblTask,
+                                                            &lblPerformed,
+                                                            &lblResult,
+                                                            &lblDue,
+                                                            &lblFullRefresh,
+                                                            &lblFullRefreshPerformed,
+                                                            &lblFullRefreshResult,
+                                                            &lblFullRefreshDue,
+                                                            &lblPrinterListScan,
+                                                            &lblPrinterListScanPerformed,
+                                                            &lblPrinterListScanResult,
+                                                            &lblPrinterListScanDue,
+                                                            &lblServerHealthTest,
+                                                            &lblServerHealthTestPerformed,
+                                                            &lblServerHealthTestResult,
+                                                            &lblServerHealthTestDue,
+                                                            &lblLoggingQuestion,
+                                                            &lblAdvancedQuestion,
+                                                            &lblCloseTitle,
+                                                            &lblCloseQuestion,
+                                                            &mnuPopop,
+                                                            &tmrActivity}) {
+        Add(*control);
+    }
+    mnuPopop.Add(mnuLogging);
+    mnuPopop.Add(mnuAdvanced);
+}
+
+int StatusForm::NormalHeight() const {
+    return ctlBanner1.Position().height + gap + line_ + gap + line_ + smallGap + listHeight + gap + line_ + gap +
+           field_ + gap;
+}
+
+void StatusForm::OnResize() {
+    const int width = ClientWidth();
+    const int right = width - margin;
+    ctlBanner1.Move({0, 0, width, ctlBanner1.Position().height});
+    int top = ctlBanner1.Position().Bottom() + gap;
+    const int methodWidth = textMeasure_.Width(lblJobDetectionMethodCaption.Caption(), false) + slack;
+    lblJobDetectionMethodCaption.Move({margin, top, methodWidth, line_});
+    lblJobDetectionMethod.Move({margin + methodWidth + gap, top, right - margin - methodWidth - gap, line_});
+    top += line_ + gap;
+    lblPrinters.Move({margin, top, right - margin, line_});
+    top += line_ + smallGap;
+    lvwPrinters.Move({margin, top, right - margin, listHeight});
+    top += listHeight + gap;
+    lblActivity.Move({margin, top, right - margin, line_});
+    top += line_ + gap;
+    cmdClose.Move({right - buttonWidth, top, buttonWidth, field_});
+    cmdRefresh.Move({right - 2 * buttonWidth - gap, top, buttonWidth, field_});
+    top += field_ + gap;
+
+    HLine1.Move({margin, top, right - margin, HLine1.Position().height});
+    top = HLine1.Position().Bottom() + gap;
+    const std::array<std::array<Label*, 4>, 4> rows{{
+        {&lblTask, &lblPerformed, &lblResult, &lblDue},
+        {&lblFullRefresh, &lblFullRefreshPerformed, &lblFullRefreshResult, &lblFullRefreshDue},
+        {&lblPrinterListScan, &lblPrinterListScanPerformed, &lblPrinterListScanResult, &lblPrinterListScanDue},
+        {&lblServerHealthTest, &lblServerHealthTestPerformed, &lblServerHealthTestResult, &lblServerHealthTestDue},
+    }};
+    const int columnWidth = (right - margin) / 4;
+    for (const auto& row : rows) {
+        int left = margin;
+        for (Label* label : row) {
+            label->Move({left, top, columnWidth - smallGap, line_});
+            left += columnWidth;
+        }
+        top += line_ + smallGap;
+    }
+}
+
+}  // namespace korvanta

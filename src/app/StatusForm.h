@@ -1,0 +1,70 @@
+#pragma once
+
+#include "controls/Form.h"
+#include "platform/TextMeasure.h"
+#include "ui/HLine.h"
+#include "ui/ctlBanner.h"
+
+namespace korvanta {
+
+// The controls of the status form and where they stand; what they show is frmMain's business. The lower part, with when
+// each task last ran and is due, is uncovered by the advanced display.
+class StatusForm : public Form {
+  public:
+    // Twips: the height of the whole window with the advanced display.
+    static constexpr int advancedHeight = 8000;
+
+    StatusForm(TextMeasure& textMeasure, const BannerServices& bannerServices);
+
+    ctlBanner ctlBanner1;
+    Label lblJobDetectionMethodCaption{u"lblJobDetectionMethodCaption"};
+    Label lblJobDetectionMethod{u"lblJobDetectionMethod"};
+    Label lblPrinters{u"lblPrinters"};
+    ListView lvwPrinters{u"lvwPrinters"};
+    Label lblActivity{u"lblActivity"};
+    CommandButton cmdRefresh{u"cmdRefresh"};
+    CommandButton cmdClose{u"cmdClose"};
+    HLine HLine1{u"HLine1"};
+
+    Label lblTask{u"lblTask"};
+    Label lblPerformed{u"lblPerformed"};
+    Label lblResult{u"lblResult"};
+    Label lblDue{u"lblDue"};
+    Label lblFullRefresh{u"lblFullRefresh"};
+    Label lblFullRefreshPerformed{u"lblFullRefreshPerformed"};
+    Label lblFullRefreshResult{u"lblFullRefreshResult"};
+    Label lblFullRefreshDue{u"lblFullRefreshDue"};
+    Label lblPrinterListScan{u"lblPrinterListScan"};
+    Label lblPrinterListScanPerformed{u"lblPrinterListScanPerformed"};
+    Label lblPrinterListScanResult{u"lblPrinterListScanResult"};
+    Label lblPrinterListScanDue{u"lblPrinterListScanDue"};
+    Label lblServerHealthTest{u"lblServerHealthTest"};
+    Label lblServerHealthTestPerformed{u"lblServerHealthTestPerformed"};
+    Label lblServerHealthTestResult{u"lblServerHealthTestResult"};
+    Label lblServerHealthTestDue{u"lblServerHealthTestDue"};
+
+    // Texts of this form's message boxes, as captions so that they are translated.
+    Label lblLoggingQuestion{u"lblLoggingQuestion"};
+    Label lblAdvancedQuestion{u"lblAdvancedQuestion"};
+    Label lblCloseTitle{u"lblCloseTitle"};
+    Label lblCloseQuestion{u"lblCloseQuestion"};
+
+    PopupMenu mnuPopop{u"mnuPopop"};
+    MenuEntry mnuLogging{u"mnuLogging"};
+    MenuEntry mnuAdvanced{u"mnuAdvanced"};
+    Timer tmrActivity{u"tmrActivity"};
+
+  protected:
+    void OnResize() override;
+
+  private:
+    void SetCaptions();
+    void AddControls();
+    int NormalHeight() const;
+
+    TextMeasure& textMeasure_;
+    int line_;
+    int field_;
+};
+
+}  // namespace korvanta

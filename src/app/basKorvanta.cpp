@@ -1,0 +1,255 @@
+#include "app/basKorvanta.h"
+
+#include "app/basGUIAPI.h"
+#include "app/frmPrimaryServer.h"
+#include "common/Deployment.h"
+#include "common/Text.h"
+#include "common/TextStream.h"
+#include "detection/basPrinterUtil.h"
+#include "detection/clsJobDetectionFile.h"
+#include "detection/clsJobDetectionPrinter.h"
+
+namespace korvanta {
+
+namespace {
+
+const char16_t* const applicationTitle = u"Korvanta Costbridge Client";
+const char16_t* const translationSection = u"TLXActTrkClient";
+constexpr std::int32_t interfaceTypeFile = 0;
+constexpr std::int32_t interfaceTypeHTTP = 1;
+constexpr std::int32_t methodPrinter = 1;
+constexpr std::int32_t methodHTTP = 2;
+
+}  // namespace
+
+basKorvanta::basKorvanta(Platform& platform, PeerFactory* peers, Translator& translator)
+    : platform_(platform),
+      peers_(peers),
+      translator_(translator),
+      programFolder_(platform.system.ProgramFolder()),
+      log_(platform.files, platform.codePage, platform.clock, programFolder_),
+      errorLog_(platform.files, platform.codePage, platform.clock, programFolder_),
+      setupFile_(platform.files, platform.codePage, programFolder_),
+      registrySettings_(platform.registry, setupFile_, errorLog_),
+      information_(platform.system),
+      messages_(translator) {}
+
+// Windows go before the forms that they mirror.
+basKorvanta::~basKorvanta() {
+    if (mainForm_) {
+        mainForm_->Detach();
+    }
+    if (accountDialog_) {
+        accountDialog_->Detach();
+    }
+}
+
+bool basKorvanta::Main() {
+    try {
+        return StartUp();
+    } catch (const std::exception&) {
+        ShowUnexpectedError(Error::Current());
+        return false;
+    }
+}
+
+bool basKorvanta::StartUp() {
+    // The system's controls are made ready by whoever makes the windows.
+    marker_ = u"Main:1";
+    marker_ = u"Main:2";
+    platform_.system.HideFromTaskList();
+    marker_ = u"Main:3";
+    SetUpTranslation();
+    marker_ = u"Main:4";
+    if (RefuseSecondCopy()) {
+        return false;
+    }
+    marker_ = u"Main:5";
+    serverInterfaces_ = std::make_unique<clsServerInterfaces>(
+        platform_.files, platform_.internet, platform_.messageLoop, platform_.messageBoxes, log_, FileUserName());
+    marker_ = u"Main:6";
+    if (!ObtainPrimaryServer()) {
+        return false;
+    }
+    marker_ = u"Main:7";
+    testMode_ = ContainsNoCase(platform_.system.CommandLine(), u"/test");
+    marker_ = u"Main:8";
+    LoadClientSettings();
+    LoadChargeRates();
+    marker_ = u"Main:9";
+    preferences_ =
+        std::make_unique<clsTLXPrefs>(platform_.files, platform_.mutexes, primaryServerName_, FileUserName());
+    marker_ = u"Main:9b";
+    jobMatcher_ =
+        std::make_unique<clsPrintJobMatcher>(information_, platform_.sockets, platform_.system, clientSettings_, log_);
+    marker_ = u"Main:9c";
+    printersMonitored_ =
+        std::make_unique<clsPrintersMonitored>(*serverInterfaces_, platform_.mutexes, log_, primaryServerName_);
+    marker_ = u"Main:10";
+    printersMonitored_->RefreshPrinterLists();
+    MakeForms();
+    marker_ = u"Main:11";
+    mainForm_->Load(peers_);
+    marker_ = u"Main:12";
+    accountDialog_->Load(peers_);
+    marker_ = u"Main:13";
+    messages_.Load(nullptr);
+    marker_ = u"Main:14";
+    CenterForm(*mainForm_, platform_.screen);
+    marker_ = u"Main:15";
+    mainForm_->Start();
+    marker_ = u"Main:16";
+    return true;
+}
+
+void basKorvanta::SetUpTranslation() {
+    translator_.SetSections({translationSection});
+    translator_.LoadCatalogue(programFolder_ + u"\\" + u"Korvanta.tam");
+    translator_.SetLanguage(registrySettings_.Language());
+    translator_.SelectSection(translationSection);
+}
+
+bool basKorvanta::RefuseSecondCopy() {
+    if (platform_.system.ClaimInstance(u"KorvantaCostbridgeClient")) {
+        return false;
+    }
+    platform_.messageBoxes.Show(messages_.Text(u"lblClientAlreadyRunning"), messages_.Text(u"lblMessageBoxTitle"),
+                                MessageButtons::OK, MessageIcon::None);
+    return true;
+}
+
+bool basKorvanta::ObtainPrimaryServer() {
+    primaryServerName_ = registrySettings_.TLXPrimaryServer();
+    return !primaryServerName_.empty() || AskForPrimaryServer();
+}
+
+bool basKorvanta::AskForPrimaryServer() {
+    frmPrimaryServer dialog(platform_, translator_, registrySettings_, messages_, information_, applicationTitle);
+    dialog.Load(peers_);
+    CenterForm(dialog, platform_.screen);
+    dialog.ShowModal();
+    const bool accepted = dialog.Accepted();
+    if (accepted) {
+        primaryServerName_ = dialog.txtServer.Text();
+        registrySettings_.TLXPrimaryServer(primaryServerName_);
+    } else {
+        platform_.messageBoxes.Show(messages_.Text(u"lblPrimaryServerUnknown"),
+                                    messages_.Text(u"lblMessageBoxTitle"), MessageButtons::OK, MessageIcon::None);
+    }
+    dialog.Unload(CloseReason::Code);
+    dialog.Detach();
+    return accepted;
+}
+
+void basKorvanta::LoadClientSettings() {
+    log_.Log(u"Loading client settings ...");
+    clientSettingsCachePath_ = platform_.files.TemporaryFolder() + u"\\" + u"ClientSet.txt";
+    clientSettings_ = clsClientSettings();
+    serverInterfaces_->InterfaceType(interfaceTypeFile);
+    if (LoadCachedClientSettings()) {
+        ChooseInterfaceType();
+    }
+    if (!FetchClientSettings()) {
+        LoadCachedClientSettings();
+    }
+    serverInterfaces_->Renew();
+    ChooseInterfaceType();
+}
+
+bool basKorvanta::FetchClientSettings() {
+    try {
+        const std::u16string text = serverInterfaces_->Interface(primaryServerName_)->GetClientSettingsFile();
+        if (!clientSettings_.LoadString(text)) {
+            return false;
+        }
+        try {
+            TextOutput cache = TextOutput::OpenUtf16(platform_.files, clientSettingsCachePath_);
+            cache.Write(text);
+            cache.Close();
+        } catch (const std::exception&) {
+            // The copy is for a start without the server; the settings themselves are in force.
+            return true;
+        }
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+bool basKorvanta::LoadCachedClientSettings() {
+    try {
+        TextInput cache = TextInput::OpenUtf16(platform_.files, clientSettingsCachePath_);
+        return clientSettings_.LoadString(cache.ReadAll());
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+void basKorvanta::ChooseInterfaceType() {
+    if (EffectiveDetectionMethod() == methodHTTP) {
+        serverInterfaces_->InterfaceType(interfaceTypeHTTP);
+    }
+}
+
+// Always from the file share, whatever the rest is read by.
+bool basKorvanta::LoadChargeRates() {
+    log_.Log(u"Loading charge rates ...");
+    chargeRates_ = std::make_shared<clsChargeRates>(platform_.mutexes, platform_.clock);
+    try {
+        TextInput file = TextInput::OpenUtf16(
+            platform_.files, u"\\\\" + primaryServerName_ + u"\\" + u"TLXData$" + u"\\" + u"ChargeRates.txt");
+        chargeRates_->LoadFile(file);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+std::int32_t basKorvanta::EffectiveDetectionMethod() {
+    return information_.IsWindows9x() ? clientSettings_.JobDetectionMethodWin9X()
+                                      : clientSettings_.JobDetectionMethod();
+}
+
+std::shared_ptr<IJobDetectionObject> basKorvanta::MakeDetector(std::int32_t method) {
+    if (method == methodPrinter) {
+        return std::make_shared<clsJobDetectionPrinter>(platform_.spooler, platform_.waitableHandles,
+                                                        *printersMonitored_, clientSettings_, platform_.mutexes,
+                                                        platform_.messageLoop, information_, log_);
+    }
+    return std::make_shared<clsJobDetectionFile>(*serverInterfaces_, *printersMonitored_, clientSettings_,
+                                                 platform_.mutexes, platform_.system, log_, information_.UserName());
+}
+
+void basKorvanta::MakeForms() {
+    accounts_ = std::make_unique<clsTLXAccounts>(platform_.files, platform_.mutexes, log_, primaryServerName_);
+    accountDialog_ = std::make_unique<frmAccountNumber>(
+        AccountDialogServices{platform_, log_, errorLog_, messages_, translator_, registrySettings_, clientSettings_,
+                              *accounts_, *preferences_, [this] { return chargeRates_; },
+                              [this](const clsJobInfo& job) {
+                                  return CancelPrintJob(platform_.spooler, mainForm_->JobDetectionObject(), job);
+                              },
+                              testMode_});
+    mainForm_ = std::make_unique<frmMain>(MainFormServices{
+        platform_, log_, translator_, registrySettings_, messages_, clientSettings_, *printersMonitored_, *jobMatcher_,
+        *accountDialog_, [this] { return EffectiveDetectionMethod(); },
+        [this](std::int32_t method) { return MakeDetector(method); }, [this] { LoadClientSettings(); },
+        [this] { LoadChargeRates(); },
+        [this] {
+            messages_.Unload(CloseReason::Code);
+            platform_.messageLoop.Quit();
+        }});
+}
+
+void basKorvanta::ShowUnexpectedError(const Error& error) {
+    platform_.messageBoxes.Show(
+        std::u16string(u"An unexpected error has occurred. Please report the following message to ") + supportAddress +
+            u":" + u"\r\n\r\n" + u"Error " + NumberText(error.Number()) + u" (" + error.Description() + u"/" +
+            error.Source() + u") at point " + marker_,
+        applicationTitle, MessageButtons::OK, MessageIcon::None);
+}
+
+std::u16string basKorvanta::FileUserName() {
+    return Lower(information_.UserName());
+}
+
+}  // namespace korvanta

@@ -1,0 +1,333 @@
+#include "app/frmMain.h"
+
+#include <cmath>
+
+#include "app/basGUIAPI.h"
+#include "common/Conversion.h"
+#include "common/Guarded.h"
+#include "common/Text.h"
+
+namespace korvanta {
+
+namespace {
+
+constexpr std::uint32_t trayIconIdentifier = 1;
+constexpr std::uint32_t trayIconMessageIconTip = 7;
+constexpr std::uint32_t mouseMoveMessage = 512;
+constexpr long leftDoubleClickMessage = 515;
+constexpr std::uint32_t unloadPause = 500;
+constexpr int iconWatched = 1;
+constexpr int iconFailed = 2;
+constexpr std::int32_t methodFile = 0;
+constexpr std::int32_t methodPrinter = 1;
+// A clock that falls behind by more than this was set back; timers alone jitter less.
+constexpr std::int64_t clockSetBack = 5'000;
+
+const char16_t* MethodCaption(std::int32_t method) {
+    switch (method) {
+        case methodFile:
+            return u"File monitoring";
+        case methodPrinter:
+            return u"Printer monitoring";
+        default:
+            return u"HTTP monitoring";
+    }
+}
+
+// Marks a task as running while it lives; `Entered` is false when it was running already.
+class Running {
+  public:
+    explicit Running(bool& flag) : flag_(flag), entered_(!flag) { flag_ = true; }
+    ~Running() {
+        if (entered_) {
+            flag_ = false;
+        }
+    }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+    bool Entered() const { return entered_; }
+
+  private:
+    bool& flag_;
+    bool entered_;
+};
+
+}  // namespace
+
+frmMain::frmMain(const MainFormServices& services)
+    : StatusForm(services.platform.textMeasure,
+                 {services.platform.files, services.platform.codePage, services.platform.shell,
+                  services.platform.textMeasure, services.registrySettings}),
+      services_(services) {
+    ConnectControls();
+}
+
+void frmMain::ConnectControls() {
+    tmrActivity.Tick.Connect([this] { ActivityTick(); });
+    cmdRefresh.Click.Connect([this] { ScheduleFullRefreshNow(); });
+    cmdRefresh.RightClick.Connect([this] { ShowPopup(mnuPopop); });
+    cmdClose.Click.Connect([this] { Hide(); });
+    mnuLogging.Click.Connect([this] { TurnOnLogging(); });
+    mnuAdvanced.Click.Connect([this] { ShowAdvancedStatus(); });
+}
+
+void frmMain::OnLoad() {
+    services_.translator.Translate(*this);
+    AddTrayIcon();
+    SelectDetectionObject();
+}
+
+void frmMain::AddTrayIcon() {
+    trayIcon_ = {Window(), trayIconIdentifier, trayIconMessageIconTip, mouseMoveMessage, ctlBanner1.Title()};
+    services_.platform.shell.AddTrayIcon(trayIcon_);
+}
+
+void frmMain::OnTaskbarCreated() {
+    AddTrayIcon();
+}
+
+void frmMain::SelectDetectionObject() {
+    const std::int32_t method = services_.effectiveDetectionMethod();
+    if (detector_ != nullptr && currentDetectionMethod_ == method) {
+        return;
+    }
+    const std::shared_ptr<IJobDetectionObject> detector = services_.makeDetector(method);
+    detector_ = detector;
+    lblJobDetectionMethod.Caption(MethodCaption(method));
+    currentDetectionMethod_ = method;
+    detector->Start(*this);
+}
+
+void frmMain::Start() {
+    services_.accountDialog.PreLoadAccounts();
+    ScheduleFullRefresh();
+    ScheduleServerHealthTest();
+    SchedulePrinterListScan();
+    lastTick_ = services_.platform.clock.Now();
+    tmrActivity.Enabled(true);
+}
+
+void frmMain::ScheduleFullRefresh() {
+    SetFullRefreshDue(services_.platform.clock.Now().PlusMinutes(services_.settings.FullRefreshInterval()));
+}
+
+void frmMain::ScheduleServerDownFullRefresh() {
+    SetFullRefreshDue(services_.platform.clock.Now().PlusSeconds(services_.settings.ServerDownFullRefreshInterval()));
+}
+
+void frmMain::ScheduleFullRefreshNow() {
+    SetFullRefreshDue(services_.platform.clock.Now());
+}
+
+void frmMain::SchedulePrinterListScan() {
+    SetPrinterListScanDue(services_.platform.clock.Now().PlusSeconds(services_.settings.PrinterListRefreshInterval()));
+}
+
+void frmMain::ScheduleServerHealthTest() {
+    SetServerHealthTestDue(services_.platform.clock.Now().PlusSeconds(services_.settings.ServerHealthTestInterval()));
+}
+
+void frmMain::SetFullRefreshDue(DateTime due) {
+    fullRefreshDue_ = due;
+    lblFullRefreshDue.Caption(GeneralDateText(due, services_.platform.clock));
+}
+
+void frmMain::SetPrinterListScanDue(DateTime due) {
+    printerListScanDue_ = due;
+    lblPrinterListScanDue.Caption(GeneralDateText(due, services_.platform.clock));
+}
+
+void frmMain::SetServerHealthTestDue(DateTime due) {
+    serverHealthTestDue_ = due;
+    lblServerHealthTestDue.Caption(GeneralDateText(due, services_.platform.clock));
+}
+
+// Due times are wall-clock times. When the clock is set back they move with it; else nothing would be due for as long
+// as the clock was wrong.
+void frmMain::FollowClock(DateTime now) {
+    const std::int64_t back = lastTick_.milliseconds - now.milliseconds;
+    if (back > clockSetBack) {
+        SetFullRefreshDue({fullRefreshDue_.milliseconds - back});
+        SetPrinterListScanDue({printerListScanDue_.milliseconds - back});
+        SetServerHealthTestDue({serverHealthTestDue_.milliseconds - back});
+    }
+    lastTick_ = now;
+}
+
+void frmMain::ActivityTick() {
+    const DateTime now = services_.platform.clock.Now();
+    FollowClock(now);
+    Pointer(MousePointer::Hourglass);
+    Guarded(services_.log, u"frmMain:tmrActivity", [this, now] { RunDueTask(now); });
+    Pointer(MousePointer::Default);
+}
+
+void frmMain::RunDueTask(DateTime now) {
+    if (now > fullRefreshDue_ && !refreshing_) {
+        const Running running(refreshing_);
+        ShowActivity(u" Full refresh executing.");
+        FullRefresh();
+    } else if (now > printerListScanDue_ && !scanning_) {
+        const Running running(scanning_);
+        ShowActivity(u" Scanning printer list.");
+        PrinterListScan();
+    } else if (now > serverHealthTestDue_ && !testing_) {
+        const Running running(testing_);
+        ShowActivity(u" Testing server health.");
+        ServerHealthTest();
+    } else {
+        const Running running(ticking_);
+        if (running.Entered()) {
+            ShowActivity(u" Idle.");
+            const std::shared_ptr<IJobDetectionObject> detector = detector_;
+            detector->MonitorClockTick();
+        }
+    }
+}
+
+void frmMain::FullRefresh() {
+    Pointer(MousePointer::Hourglass);
+    lblFullRefreshPerformed.Caption(NowText());
+    lblFullRefreshResult.Caption(u"Executing.....");
+    ScheduleFullRefresh();
+    LetMessagesRun();
+    services_.loadClientSettings();
+    services_.loadChargeRates();
+    SelectDetectionObject();
+    lvwPrinters.Clear();
+    services_.printersMonitored.RefreshPrinterLists();
+    LetMessagesRun();
+    const std::shared_ptr<IJobDetectionObject> detector = detector_;
+    detector->FullRefresh();
+    lblFullRefreshResult.Caption(u"Completed.");
+    LetMessagesRun();
+    Pointer(MousePointer::Default);
+}
+
+void frmMain::PrinterListScan() {
+    lblPrinterListScanPerformed.Caption(NowText());
+    lblPrinterListScanResult.Caption(u"Executing...");
+    SchedulePrinterListScan();
+    LetMessagesRun();
+    services_.printersMonitored.RefreshPrinterLists();
+    if (services_.printersMonitored.PrinterListChanged()) {
+        lblPrinterListScanResult.Caption(u"Printer list changed.");
+        LetMessagesRun();
+        lvwPrinters.Clear();
+        const std::shared_ptr<IJobDetectionObject> detector = detector_;
+        detector->PrinterListChanged();
+    } else {
+        lblPrinterListScanResult.Caption(u"Printer list unchanged.");
+    }
+    LetMessagesRun();
+}
+
+void frmMain::ServerHealthTest() {
+    lblServerHealthTestPerformed.Caption(NowText());
+    lblServerHealthTestResult.Caption(u"Executing...");
+    ScheduleServerHealthTest();
+    LetMessagesRun();
+    const std::shared_ptr<IJobDetectionObject> detector = detector_;
+    if (detector->TestServerHealth()) {
+        lblServerHealthTestResult.Caption(u"All handles / servers valid.");
+    } else {
+        lblServerHealthTestResult.Caption(u"Some handles / servers invalid.");
+        ScheduleFullRefreshNow();
+    }
+}
+
+void frmMain::ShowActivity(const std::u16string& text) {
+    lblActivity.Caption(NowText() + text);
+    LetMessagesRun();
+}
+
+void frmMain::IJobDetectionEventSink_FoundPrinter(const std::u16string& fullPrinterName, bool blnMonitor) {
+    Guarded(services_.log, u"frmMain:FoundPrinter", [&] {
+        if (!blnMonitor) {
+            ScheduleServerDownFullRefresh();
+        }
+        lvwPrinters.AddItem(fullPrinterName, fullPrinterName, blnMonitor ? iconWatched : iconFailed);
+    });
+}
+
+void frmMain::IJobDetectionEventSink_FoundNewJob(const std::shared_ptr<clsJobInfo>& objJobInfo) {
+    const clsJobInfo& job = *objJobInfo;
+    if (services_.jobMatcher.JobMatch(job.UserName, job.MachineName, job.FullPrinterName)) {
+        services_.accountDialog.AddJob(objJobInfo);
+        services_.log.Log(u"Adding Job to pending list: " + job.Document + u"," + job.PrinterName);
+    }
+}
+
+void frmMain::IJobDetectionEventSink_Activity(const std::u16string& strActivity) {
+    ShowActivity(u" " + strActivity);
+}
+
+void frmMain::TurnOnLogging() {
+    if (services_.platform.messageBoxes.Show(lblLoggingQuestion.Caption(), Caption(), MessageButtons::OKCancel,
+                                             MessageIcon::None) == MessageAnswer::OK) {
+        services_.log.LoggingEnabled(true);
+    }
+}
+
+void frmMain::ShowAdvancedStatus() {
+    if (services_.platform.messageBoxes.Show(lblAdvancedQuestion.Caption(), Caption(), MessageButtons::OKCancel,
+                                             MessageIcon::None) == MessageAnswer::OK) {
+        Place place = Position();
+        place.height = advancedHeight;
+        Move(place);
+    }
+}
+
+// The notification icon's events arrive as mouse moves whose position is the mouse message, at the form's upper edge.
+void frmMain::OnMouseMove(int /*button*/, double x, double y) {
+    const double twipsPerPixel = services_.platform.screen.TwipsPerPixel();
+    if (std::lround(x / twipsPerPixel) == leftDoubleClickMessage && std::lround(y) == 0) {
+        ShowOrHide();
+    }
+}
+
+void frmMain::ShowOrHide() {
+    if (Shown()) {
+        Hide();
+        return;
+    }
+    CenterForm(*this, services_.platform.screen);
+    ctlBanner1.Shown();
+    Show();
+    SetFormTopMost(*this, true);
+    BringToForeground();
+}
+
+bool frmMain::OnQueryUnload(CloseReason reason) {
+    Hide();
+    if (reason != CloseReason::WindowsSession && (reason != CloseReason::TaskManager || !ConfirmClose())) {
+        return false;
+    }
+    services_.platform.system.Sleep(unloadPause);
+    LetMessagesRun();
+    return true;
+}
+
+bool frmMain::ConfirmClose() {
+    const Running running(confirming_);
+    return running.Entered() &&
+           services_.platform.messageBoxes.Show(lblCloseQuestion.Caption(), lblCloseTitle.Caption(),
+                                                MessageButtons::YesNo, MessageIcon::None) == MessageAnswer::Yes;
+}
+
+void frmMain::OnUnload() {
+    tmrActivity.Enabled(false);
+    services_.platform.shell.DeleteTrayIcon(trayIcon_);
+    services_.unloaded();
+}
+
+std::u16string frmMain::NowText() {
+    return GeneralDateText(services_.platform.clock.Now(), services_.platform.clock);
+}
+
+void frmMain::LetMessagesRun() {
+    services_.platform.messageLoop.RunPending();
+}
+
+}  // namespace korvanta

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "app/StatusForm.h"
+#include "app/basLog.h"
+#include "common/Translator.h"
+#include "detection/IJobDetectionEventSink.h"
+#include "detection/IJobDetectionObject.h"
+#include "detection/clsPrintJobMatcher.h"
+#include "detection/clsPrintersMonitored.h"
+#include "platform/Platform.h"
+#include "server/clsClientSettings.h"
+#include "ui/MessageTexts.h"
+#include "ui/frmAccountNumber.h"
+
+namespace korvanta {
+
+// What the main form works with. Everything outlives it.
+struct MainFormServices {
+    Platform& platform;
+    basLog& log;
+    Translator& translator;
+    clsRegSettings& registrySettings;
+    MessageTexts& messages;
+    const clsClientSettings& settings;
+    clsPrintersMonitored& printersMonitored;
+    clsPrintJobMatcher& jobMatcher;
+    frmAccountNumber& accountDialog;
+    // The job detection method in force on this family of Windows.
+    std::function<std::int32_t()> effectiveDetectionMethod;
+    std::function<std::shared_ptr<IJobDetectionObject>(std::int32_t method)> makeDetector;
+    std::function<void()> loadClientSettings;
+    std::function<void()> loadChargeRates;
+    // The main form is unloaded: the program ends.
+    std::function<void()> unloaded;
+};
+
+// The status form and the program's heartbeat: an icon in the notification area, and a timer that each second does at
+// most one piece of scheduled work. Owns the job detection object.
+class frmMain : public StatusForm, public IJobDetectionEventSink {
+  public:
+    explicit frmMain(const MainFormServices& services);
+
+    void Start();
+    // The detection object in use, none before the form is loaded.
+    const IJobDetectionObject* JobDetectionObject() const { return detector_.get(); }
+
+    DateTime FullRefreshDue() const { return fullRefreshDue_; }
+    DateTime PrinterListScanDue() const { return printerListScanDue_; }
+    DateTime ServerHealthTestDue() const { return serverHealthTestDue_; }
+    std::int32_t CurrentDetectionMethod() const { return currentDetectionMethod_; }
+
+  protected:
+    void OnLoad() override;
+    bool OnQueryUnload(CloseReason reason) override;
+    void OnUnload() override;
+    void OnMouseMove(int button, double x, double y) override;
+    void OnTaskbarCreated() override;
+
+  private:
+    void IJobDetectionEventSink_FoundPrinter(const std::u16string& fullPrinterName, bool blnMonitor) override;
+    void IJobDetectionEventSink_FoundNewJob(const std::shared_ptr<clsJobInfo>& objJobInfo) override;
+    void IJobDetectionEventSink_Activity(const std::u16string& strActivity) override;
+
+    void ConnectControls();
+    void AddTrayIcon();
+    void SelectDetectionObject();
+    void ScheduleFullRefresh();
+    void ScheduleServerDownFullRefresh();
+    void ScheduleFullRefreshNow();
+    void SchedulePrinterListScan();
+    void ScheduleServerHealthTest();
+    void SetFullRefreshDue(DateTime due);
+    void SetPrinterListScanDue(DateTime due);
+    void SetServerHealthTestDue(DateTime due);
+    void FollowClock(DateTime now);
+    void ActivityTick();
+    void RunDueTask(DateTime now);
+    void FullRefresh();
+    void PrinterListScan();
+    void ServerHealthTest();
+    void ShowActivity(const std::u16string& text);
+    void TurnOnLogging();
+    void ShowAdvancedStatus();
+    void ShowOrHide();
+    bool ConfirmClose();
+    std::u16string NowText();
+    void LetMessagesRun();
+
+    MainFormServices services_;
+    std::shared_ptr<IJobDetectionObject> detector_;
+    std::int32_t currentDetectionMethod_ = 0;
+    TrayIcon trayIcon_;
+    DateTime fullRefreshDue_;
+    DateTime printerListScanDue_;
+    DateTime serverHealthTestDue_;
+    DateTime lastTick_;
+    // Ticks come while a task lets messages run; what runs already is not begun once more.
+    bool refreshing_ = false;
+    bool scanning_ = false;
+    bool testing_ = false;
+    bool ticking_ = false;
+    bool confirming_ = false;
+};
+
+}  // namespace korvanta

@@ -1,0 +1,124 @@
+#include "app/frmPrimaryServer.h"
+
+#include "common/Error.h"
+#include "common/Text.h"
+#include "common/TextStream.h"
+
+namespace korvanta {
+
+namespace {
+constexpr int margin = 180;
+constexpr int gap = 120;
+constexpr int buttonWidth = 1260;
+constexpr int formWidth = 7200;
+constexpr int explanationLines = 4;
+}  // namespace
+
+frmPrimaryServer::frmPrimaryServer(Platform& platform, Translator& translator, clsRegSettings& registrySettings,
+                                   MessageTexts& messages, SystemInformation& systemInformation,
+                                   std::u16string applicationTitle)
+    : Form(u"frmPrimaryServer"),
+      ctlBanner1(u"ctlBanner1",
+                 {platform.files, platform.codePage, platform.shell, platform.textMeasure, registrySettings}),
+      platform_(platform),
+      translator_(translator),
+      messages_(messages),
+      systemInformation_(systemInformation),
+      applicationTitle_(std::move(applicationTitle)) {
+    Border(BorderStyle::FixedDialog);
+    Caption(u"Korvanta - Primary Server");
+    ctlBanner1.Title(u"Primary server");
+    ctlBanner1.Description(u"The server that tells this computer what to charge, and where.");
+    lblExplanation.Caption(
+        u"In order for Account Number tracking to function, Korvanta needs to know the name of the Primary Korvanta "
+        u"Server. Please enter this below. If in doubt, contact your system administrator.");
+    lblExplanation.Wrap(true);
+    lblServer.Caption(u"Primary Korvanta Server:");
+    OKButton.Caption(u"OK");
+    OKButton.Default(true);
+    CancelButton.Caption(u"Cancel");
+    for (Control* control : std::initializer_list<Control*>{&ctlBanner1, &lblExplanation, &lblServer, &txtServer,
+                                                            &HLine1, &OKButton, &CancelButton}) {
+        Add(*control);
+    }
+    OKButton.Click.Connect([this] { OK(); });
+    CancelButton.Click.Connect([this] { Cancel(); });
+
+    const int line = platform_.textMeasure.LineHeight(false) + 30;
+    ClientSize(formWidth, ctlBanner1.Position().height + explanationLines * line + 2 * (line + 105) + 30 + 6 * gap);
+}
+
+void frmPrimaryServer::OnLoad() {
+    translator_.Translate(*this);
+    ctlBanner1.Shown();
+}
+
+void frmPrimaryServer::OnResize() {
+    const int line = platform_.textMeasure.LineHeight(false) + 30;
+    const int field = line + 105;
+    const int right = ClientWidth() - margin;
+    ctlBanner1.Move({0, 0, ClientWidth(), ctlBanner1.Position().height});
+    int top = ctlBanner1.Position().Bottom() + gap;
+    lblExplanation.Move({margin, top, right - margin, explanationLines * line});
+    top += explanationLines * line + gap;
+    const int captionWidth = platform_.textMeasure.Width(lblServer.Caption(), false) + 60;
+    lblServer.Move({margin, top + (field - line) / 2, captionWidth, line});
+    const int boxLeft = margin + captionWidth + gap;
+    txtServer.Move({boxLeft, top, right - boxLeft, field});
+
+    const int buttonTop = ClientHeight() - margin - field;
+    CancelButton.Move({right - buttonWidth, buttonTop, buttonWidth, field});
+    OKButton.Move({right - 2 * buttonWidth - gap, buttonTop, buttonWidth, field});
+    HLine1.Move({margin, buttonTop - gap - HLine1.Position().height, right - margin, HLine1.Position().height});
+}
+
+bool frmPrimaryServer::OnQueryUnload(CloseReason reason) {
+    if (reason == CloseReason::Code) {
+        return true;
+    }
+    Cancel();
+    return reason == CloseReason::WindowsSession;
+}
+
+void frmPrimaryServer::OK() {
+    const std::u16string server = txtServer.Text();
+    if (Trim(server).empty()) {
+        platform_.messageBoxes.Show(messages_.Text(u"lblEnterPrimaryServer"), applicationTitle_, MessageButtons::OK,
+                                    MessageIcon::None);
+        return;
+    }
+    if (!platform_.files.FolderExists(u"\\\\" + server + u"\\" + u"TLXData$")) {
+        ShowMessage(u"lblPrimaryServerError");
+        return;
+    }
+    if (!CanCreateNotifications(server)) {
+        ShowMessage(u"lblNotificationCreationError");
+        return;
+    }
+    accepted_ = true;
+    Hide();
+}
+
+void frmPrimaryServer::Cancel() {
+    accepted_ = false;
+    Hide();
+}
+
+// The probe is left in place: a share where users may create files but not delete them is good enough.
+bool frmPrimaryServer::CanCreateNotifications(const std::u16string& server) {
+    try {
+        const std::u16string path =
+            u"\\\\" + server + u"\\" + u"TLXActN$" + u"\\" + systemInformation_.ComputerName() + u".tmp";
+        TextOutput::OpenAnsi(platform_.files, platform_.codePage, path).Close();
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+void frmPrimaryServer::ShowMessage(const char16_t* label) {
+    platform_.messageBoxes.Show(messages_.Text(label), messages_.Text(u"lblMessageBoxTitle"), MessageButtons::OK,
+                                MessageIcon::None);
+}
+
+}  // namespace korvanta

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string>
+
+#include "common/Services.h"
+#include "common/Translator.h"
+#include "controls/Form.h"
+#include "platform/Platform.h"
+#include "ui/HLine.h"
+#include "ui/MessageTexts.h"
+#include "ui/ctlBanner.h"
+
+namespace korvanta {
+
+// Asks for the name of the primary server and accepts one whose shares are as the client needs them.
+class frmPrimaryServer : public Form {
+  public:
+    // `applicationTitle` is the default title of message boxes.
+    frmPrimaryServer(Platform& platform, Translator& translator, clsRegSettings& registrySettings,
+                     MessageTexts& messages, SystemInformation& systemInformation, std::u16string applicationTitle);
+
+    // Whether OK has succeeded.
+    bool Accepted() const { return accepted_; }
+
+    ctlBanner ctlBanner1;
+    Label lblExplanation{u"lblExplanation"};
+    Label lblServer{u"lblServer"};
+    TextBox txtServer{u"txtServer"};
+    HLine HLine1{u"HLine1"};
+    CommandButton OKButton{u"OKButton"};
+    CommandButton CancelButton{u"CancelButton"};
+
+  protected:
+    void OnLoad() override;
+    void OnResize() override;
+    // The close box is a way to cancel.
+    bool OnQueryUnload(CloseReason reason) override;
+
+  private:
+    void OK();
+    void Cancel();
+    bool CanCreateNotifications(const std::u16string& server);
+    void ShowMessage(const char16_t* label);
+
+    Platform& platform_;
+    Translator& translator_;
+    MessageTexts& messages_;
+    SystemInformation& systemInformation_;
+    std::u16string applicationTitle_;
+    bool accepted_ = false;
+};
+
+}  // namespace korvanta
