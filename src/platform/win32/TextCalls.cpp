@@ -312,6 +312,18 @@ SIZE TextExtent(HDC context, const std::u16string& text) {
     return size;
 }
 
+bool SameIgnoringCase(std::u16string_view one, std::u16string_view other) {
+    NativeText left(one);
+    NativeText right(other);
+    // Lengths up to the terminating zero, which an empty text has too.
+    const int same =
+        IsWindows9x() ? ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE,
+                                         reinterpret_cast<const char*>(left.Pointer()), -1,
+                                         reinterpret_cast<const char*>(right.Pointer()), -1)
+                      : ::CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, left.Pointer(), -1, right.Pointer(), -1);
+    return same == CSTR_EQUAL;
+}
+
 HANDLE OpenPath(const std::u16string& path, DWORD access, DWORD sharing, DWORD disposition) {
     return IsWindows9x()
                ? ::CreateFileA(Bytes(path), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr)

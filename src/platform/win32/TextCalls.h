@@ -86,6 +86,9 @@ HFONT MakeMessageFont(bool bold);
 int Draw(HDC context, const std::u16string& text, RECT& place, UINT flags);
 SIZE TextExtent(HDC context, const std::u16string& text);
 
+// Whether two texts are the same to the user, who types without minding case.
+bool SameIgnoringCase(std::u16string_view one, std::u16string_view other);
+
 // Files.
 HANDLE OpenPath(const std::u16string& path, DWORD access, DWORD sharing, DWORD disposition);
 DWORD PathAttributes(const std::u16string& path);  // INVALID_FILE_ATTRIBUTES is failure

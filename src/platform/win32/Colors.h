@@ -1,0 +1,20 @@
+#pragma once
+
+#include <windows.h>
+
+#include "controls/Control.h"
+#include "platform/win32/Handles.h"
+
+namespace korvanta {
+
+// What a color is on the screen now: system colors follow the user's scheme.
+COLORREF ScreenColor(Color color);
+
+// The text color of a control that fills itself with its BackColor. The text of buttons need not be readable on the
+// background of windows in every scheme; the text of windows is.
+COLORREF TextColor(const Control& control);
+
+// A brush of that color. One that the system does not keep is put into `keeper`, with which it goes.
+HBRUSH ColorBrush(Color color, BrushHandle& keeper);
+
+}  // namespace korvanta

@@ -1,0 +1,236 @@
+#include "platform/win32/FormMessages.h"
+
+#include <windowsx.h>
+
+#include "platform/win32/ControlWindow.h"
+#include "platform/win32/Fonts.h"
+#include "platform/win32/TextCalls.h"
+#include "platform/win32/WindowsForm.h"
+
+namespace korvanta {
+
+namespace {
+
+constexpr const wchar_t* ownerClass = L"Korvanta.Owner";
+constexpr int arrowCursor = 32512;      // IDC_ARROW
+constexpr int hourglassCursor = 32514;  // IDC_WAIT
+constexpr int systemCommandMask = 0xFFF0;
+
+LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return textCalls::DefaultProcedure(window, message, wParam, lParam);
+}
+
+struct Message {
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+};
+
+BOOL CALLBACK TellOne(HWND window, LPARAM parameter) {
+    const auto& message = *reinterpret_cast<const Message*>(parameter);
+    textCalls::Send(window, message.message, message.wParam, message.lParam);
+    return TRUE;
+}
+
+int PressedButton(WPARAM keys) {
+    return (keys & MK_LBUTTON) != 0 ? 1 : (keys & MK_RBUTTON) != 0 ? 2 : 0;
+}
+
+}  // namespace
+
+void RegisterFormClass(const std::u16string& name, WNDPROC procedure) {
+    WNDCLASSEXW form{};
+    form.cbSize = sizeof(form);
+    form.lpfnWndProc = procedure;
+    form.hInstance = ::GetModuleHandleA(nullptr);
+    form.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(arrowCursor));
+    form.lpszClassName = textCalls::Wide(name);
+    textCalls::RegisterWindowClass(form);
+}
+
+HWND OwnerOfHiddenButtons(ProgramWindows& program) {
+    if (!program.owner) {
+        RegisterFormClass(u"Korvanta.Owner", &OwnerProcedure);
+        program.owner.Reset(
+            textCalls::MakeWindow(WS_EX_TOOLWINDOW, ownerClass, {}, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr));
+    }
+    return program.owner.Get();
+}
+
+void FillMenu(HMENU handle, const PopupMenu& menu) {
+    int identifier = firstMenuIdentifier;
+    for (const Control* entry : menu.Children()) {
+        const auto place = static_cast<UINT_PTR>(identifier++);
+        if (!entry->Visible()) {
+            continue;
+        }
+        const bool separator = entry->Caption() == u"-";
+        const UINT state = entry->Enabled() ? MF_ENABLED : MF_GRAYED;
+        textCalls::AppendMenuItem(handle, separator ? MF_SEPARATOR : MF_STRING | state, place, entry->Caption());
+    }
+}
+
+void SelectWholeText(HWND control) {
+    if ((textCalls::Send(control, WM_GETDLGCODE) & DLGC_HASSETSEL) != 0) {
+        textCalls::Send(control, EM_SETSEL, 0, -1);
+    }
+}
+
+void TellDescendants(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const Message told{message, wParam, lParam};
+    ::EnumChildWindows(window, &TellOne, reinterpret_cast<LPARAM>(&told));
+}
+
+LRESULT CALLBACK WindowsForm::EveryMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* self = reinterpret_cast<WindowsForm*>(textCalls::WindowData(window, GWL_USERDATA));
+    if (!self) {
+        return textCalls::DefaultProcedure(window, message, wParam, lParam);
+    }
+    const RunningProcedure running(self->windows_);
+    return self->Procedure(message, wParam, lParam);
+}
+
+LRESULT WindowsForm::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
+    const HWND handle = windows_->window;
+    LRESULT result = 0;
+    if (HandOn(message, wParam, lParam, result) || HandleEnding(message, wParam, result) ||
+        HandleDialog(message, wParam, lParam, result) || HandleLooks(message, wParam, lParam, result) ||
+        HandleWindow(message, wParam, lParam, result)) {
+        return result;
+    }
+    return textCalls::DefaultProcedure(handle, message, wParam, lParam);
+}
+
+bool WindowsForm::HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    const Fonts& fonts = windows_->program->fonts;
+    switch (message) {
+        case WM_GETMINMAXINFO: {
+            auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
+            limits.ptMinTrackSize.x = std::max<LONG>(limits.ptMinTrackSize.x, fonts.Pixels(form_.MinimumWidth()));
+            limits.ptMinTrackSize.y = std::max<LONG>(limits.ptMinTrackSize.y, fonts.Pixels(form_.MinimumHeight()));
+            return true;
+        }
+        case WM_WINDOWPOSCHANGED:
+            ReportPlace();
+            return true;
+        case WM_MOUSEMOVE: {
+            const double twipsPerPixel = static_cast<double>(Fonts::twipsPerInch) / fonts.DotsPerInch();
+            form_.HandleMouseMove(PressedButton(wParam), GET_X_LPARAM(lParam) * twipsPerPixel,
+                                  GET_Y_LPARAM(lParam) * twipsPerPixel);
+            return true;
+        }
+        case WM_TIMER: {
+            const auto timer = windows_->timers.find(wParam);
+            if (timer != windows_->timers.end()) {
+                const std::function<void()> tick = timer->second;  // the timer may go while it ticks
+                tick();
+                return true;
+            }
+            return false;
+        }
+        default:
+            if (message == taskbarCreated_) {
+                result = 0;
+                form_.HandleTaskbarCreated();
+                return true;
+            }
+            return false;
+    }
+}
+
+bool WindowsForm::HandleEnding(UINT message, WPARAM wParam, LRESULT& result) {
+    switch (message) {
+        case WM_SYSCOMMAND:
+            if ((wParam & systemCommandMask) == SC_CLOSE) {
+                form_.Unload(CloseReason::ControlMenu);
+                return true;
+            }
+            return false;
+        case WM_CLOSE:
+            // No close command of this window led here: it comes from elsewhere, from the Task Manager.
+            form_.Unload(CloseReason::TaskManager);
+            return true;
+        case WM_QUERYENDSESSION:
+            result = TRUE;
+            return true;
+        case WM_ENDSESSION:
+            if (wParam != 0) {
+                form_.Unload(CloseReason::WindowsSession);
+            }
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool WindowsForm::HandleDialog(UINT message, WPARAM wParam, LPARAM /*lParam*/, LRESULT& result) {
+    switch (message) {
+        case DM_GETDEFID:
+            result = windows_->defaultButton ? MAKELRESULT(::GetDlgCtrlID(windows_->defaultButton), DC_HASDEFID) : 0;
+            return true;
+        case WM_COMMAND:
+            Command(LOWORD(wParam), HIWORD(wParam));
+            return true;
+        case WM_ACTIVATE:
+            if (LOWORD(wParam) == WA_INACTIVE) {
+                SaveFocus();
+            } else if (HIWORD(wParam) == 0) {
+                RestoreFocus();
+            }
+            return true;
+        case WM_SETFOCUS:
+            RestoreFocus();
+            return true;
+        default:
+            return false;
+    }
+}
+
+void WindowsForm::Command(int identifier, int code) {
+    if (code != 0) {
+        return;
+    }
+    if (windows_->defaultButton && identifier == ::GetDlgCtrlID(windows_->defaultButton)) {
+        // Enter, with the default button inside a panel.
+        if (ControlWindow* button = ControlWindow::Of(windows_->defaultButton)) {
+            button->Commanded(BN_CLICKED);
+        }
+    } else if (identifier >= firstMenuIdentifier) {
+        const int entry = identifier - firstMenuIdentifier;
+        if (menuIsUp_) {
+            chosenEntry_ = entry;
+            textCalls::Send(windows_->window, WM_CANCELMODE);
+        } else {
+            ChooseEntry(entry);
+        }
+    }
+}
+
+bool WindowsForm::HandleLooks(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+    switch (message) {
+        case WM_ERASEBKGND:
+        case WM_PRINTCLIENT:
+            PaintBackground(reinterpret_cast<HDC>(wParam));
+            result = 1;
+            return true;
+        case WM_SETCURSOR:
+            if (windows_->hourglass && LOWORD(lParam) == HTCLIENT) {
+                ::SetCursor(::LoadCursorA(nullptr, MAKEINTRESOURCEA(hourglassCursor)));
+                result = TRUE;
+                return true;
+            }
+            return false;
+        case WM_SYSCOLORCHANGE:
+        case WM_SETTINGCHANGE:
+            TellDescendants(windows_->window, message, wParam, lParam);
+            Repaint();
+            return false;
+        case WM_THEMECHANGED:
+            Repaint();
+            return false;
+        default:
+            return false;
+    }
+}
+
+}  // namespace korvanta

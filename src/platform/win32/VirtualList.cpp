@@ -1,0 +1,161 @@
+#include "platform/win32/VirtualList.h"
+
+#include "platform/win32/Colors.h"
+#include "platform/win32/Icons.h"
+#include "platform/win32/TextCalls.h"
+
+namespace korvanta {
+
+namespace {
+
+constexpr UINT lastListMessage = LVM_FIRST + 0xFF;
+
+// Messages that show, use or ask for rows.
+bool NeedsRows(UINT message) {
+    return message == WM_PAINT || message == WM_PRINT || message == WM_SHOWWINDOW || message == WM_SIZE ||
+           message == WM_SETFOCUS || message == WM_VSCROLL || message == WM_HSCROLL || message == WM_GETOBJECT ||
+           (message >= WM_KEYFIRST && message <= WM_KEYLAST) || (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+           (message >= LVM_FIRST && message <= lastListMessage);
+}
+
+bool IsUse(UINT message) {
+    return message == WM_SIZE || message == WM_VSCROLL || message == WM_HSCROLL ||
+           (message >= WM_KEYFIRST && message <= WM_KEYLAST) || (message > WM_MOUSEMOVE && message <= WM_MOUSELAST) ||
+           message == LVM_SCROLL || message == LVM_ENSUREVISIBLE || message == LVM_SETITEMSTATE;
+}
+
+}  // namespace
+
+void VirtualList::CreateList(DWORD style) {
+    Create(WC_LISTVIEWW, style | LVS_OWNERDATA | LVS_SHAREIMAGELISTS | LVS_SHOWSELALWAYS | WS_TABSTOP,
+           WS_EX_CLIENTEDGE);
+    constexpr DWORD wanted = LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP | LVS_EX_DOUBLEBUFFER;
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, wanted, wanted);
+    ShowColors();
+}
+
+void VirtualList::Changed(Aspect aspect) {
+    if (aspect == Aspect::Content || aspect == Aspect::Selection) {
+        Stale();
+        return;
+    }
+    if (aspect == Aspect::Colors) {
+        ShowColors();
+    }
+    ControlWindow::Changed(aspect);
+}
+
+// List views keep their colors and do not ask.
+void VirtualList::ShowColors() const {
+    const auto background = static_cast<LPARAM>(ScreenColor(Owner().BackColor()));
+    Send(LVM_SETBKCOLOR, 0, background);
+    Send(LVM_SETTEXTBKCOLOR, 0, background);
+    Send(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(TextColor(Owner())));
+}
+
+void VirtualList::Stale() {
+    stale_ = true;
+    Invalidate();
+}
+
+void VirtualList::TakeOverNow() {
+    if (stale_ && !takingOver_ && !Frozen()) {
+        stale_ = false;
+        takingOver_ = true;
+        TakeOver();
+        takingOver_ = false;
+    }
+}
+
+void VirtualList::SetRowCount(int count) {
+    const int old = Ask(LVM_GETITEMCOUNT);
+    if (count != old) {
+        // Rows are only ever added at the end; what is in view need not move.
+        const LPARAM flags = count > old ? LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL : 0;
+        Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), flags);
+    }
+}
+
+LRESULT VirtualList::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (takingOver_) {
+        return ControlWindow::Procedure(message, wParam, lParam);
+    }
+    if (NeedsRows(message)) {
+        TakeOverNow();
+    }
+    if (Frozen() && message == WM_PAINT) {
+        // Half-filled rows are not for the eye; what is uncovered meanwhile is painted when the list is whole.
+        ::ValidateRect(Window(), nullptr);
+        stale_ = true;
+        return 0;
+    }
+    if (Frozen() && message == WM_ERASEBKGND) {
+        return 1;
+    }
+    if (message == WM_NCDESTROY) {
+        return ControlWindow::Procedure(message, wParam, lParam);
+    }
+    if (message == WM_SYSCOLORCHANGE) {
+        ShowColors();
+    }
+    LRESULT result = 0;
+    if (Native(message, wParam, lParam, result) && IsUse(message) && !Frozen()) {
+        Used();
+    }
+    return result;
+}
+
+bool VirtualList::Notified(NMHDR& notice, LRESULT& result) {
+    result = 0;
+    switch (notice.code) {
+        case LVN_GETDISPINFOA:
+        case LVN_GETDISPINFOW: {
+            LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(notice).item;
+            if ((item.mask & LVIF_TEXT) != 0 && item.pszText && item.cchTextMax > 0) {
+                textCalls::CopyNative(RowText(item.iItem, item.iSubItem), item.pszText,
+                                      static_cast<std::size_t>(item.cchTextMax));
+            }
+            if ((item.mask & LVIF_IMAGE) != 0) {
+                item.iImage = item.iSubItem == 0 ? RowImage(item.iItem) : ImageList::none;
+            }
+            return true;
+        }
+        case LVN_ODFINDITEMA:
+        case LVN_ODFINDITEMW:
+            result = FindRow(reinterpret_cast<const NMLVFINDITEMW&>(notice));
+            return true;
+        default:
+            return false;
+    }
+}
+
+// Typing finds the next row that begins so.
+int VirtualList::FindRow(const NMLVFINDITEMW& wanted) const {
+    constexpr int nothing = -1;
+    if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || !wanted.lvfi.psz) {
+        return nothing;
+    }
+    const std::u16string beginning = textCalls::FromNative(wanted.lvfi.psz);
+    const int count = RowCount();
+    const int start = wanted.iStart > 0 && wanted.iStart < count ? wanted.iStart : 0;
+    for (int i = 0; i < count; ++i) {
+        const int row = (start + i) % count;
+        if (textCalls::SameIgnoringCase(RowText(row, 0).substr(0, beginning.size()), beginning)) {
+            return row;
+        }
+    }
+    return nothing;
+}
+
+ImageList::ImageList()
+    : width_(::GetSystemMetrics(SM_CXSMICON)),
+      height_(::GetSystemMetrics(SM_CYSMICON)),
+      // Old displays take pictures in their own format best.
+      list_(::ImageList_Create(width_, height_, ILC_MASK | textCalls::Choose<UINT>(ILC_COLORDDB, ILC_COLOR32), 2, 2)) {}
+
+void ImageList::Add(int iconResource) {
+    const IconHandle icon = LoadProgramIcon(iconResource, width_, height_);
+    ::ImageList_ReplaceIcon(list_, -1, icon.Get());
+}
+
+}  // namespace korvanta

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "controls/Controls.h"
+#include "platform/win32/ControlWindow.h"
+
+namespace korvanta {
+
+class WindowsCommandButton : public ControlWindow {
+  public:
+    WindowsCommandButton(CommandButton& button, HostWindow& host);
+    void Commanded(int code) override;
+    HBRUSH Colors(HDC context) override { return TransparentColors(context); }
+
+  protected:
+    LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  private:
+    bool IsInside(LPARAM position) const;
+
+    CommandButton& button_;
+};
+
+class WindowsCheckBox : public ControlWindow {
+  public:
+    WindowsCheckBox(CheckBox& checkBox, HostWindow& host);
+    void Changed(Aspect aspect) override;
+    void Commanded(int code) override;
+    HBRUSH Colors(HDC context) override { return TransparentColors(context); }
+
+  private:
+    void ShowValue() const;
+
+    CheckBox& checkBox_;
+};
+
+}  // namespace korvanta

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "controls/Controls.h"
+#include "platform/win32/ControlWindow.h"
+
+namespace korvanta {
+
+class WindowsImage : public ControlWindow {
+  public:
+    WindowsImage(Image& image, HostWindow& host);
+    HBRUSH Colors(HDC context) override { return TransparentColors(context); }
+
+  protected:
+    void ShowCaption() override {}
+    void ShowPlace() override;
+
+  private:
+    void ShowPicture();
+
+    Image& image_;
+    IconHandle icon_;
+};
+
+class WindowsLine : public ControlWindow {
+  public:
+    WindowsLine(Line& line, HostWindow& host);
+    HBRUSH Colors(HDC context) override;
+
+  protected:
+    void ShowCaption() override {}
+    void ShowPlace() override;
+
+  private:
+    Line& line_;
+    BrushHandle color_;
+};
+
+class WindowsProgressBar : public ControlWindow {
+  public:
+    WindowsProgressBar(ProgressBar& progressBar, HostWindow& host);
+    void Changed(Aspect aspect) override;
+
+  protected:
+    void ShowCaption() override {}
+
+  private:
+    void ShowProgress() const;
+
+    ProgressBar& progressBar_;
+};
+
+}  // namespace korvanta

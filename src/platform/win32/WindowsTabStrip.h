@@ -1,0 +1,38 @@
+#pragma once
+
+#include <memory>
+
+#include "controls/Controls.h"
+#include "platform/win32/ControlWindow.h"
+#include "platform/win32/Theme.h"
+
+namespace korvanta {
+
+class WindowsTabStrip : public ControlWindow {
+  public:
+    WindowsTabStrip(TabStrip& tabStrip, HostWindow& host);
+    void Changed(Aspect aspect) override;
+    bool Notified(NMHDR& notice, LRESULT& result) override;
+    HBRUSH Colors(HDC context) override { return TransparentColors(context); }
+
+    // Whether the pages look other than the plain color of dialogs.
+    bool Themed() const { return static_cast<bool>(*theme_); }
+    // Paints the page; the context's origin is the corner of the container.
+    void PaintPage(HDC context) const;
+    // The strip comes before what lies on its pages, so that the Tab key reaches it first, and would cover it. So the
+    // window leaves out the places of its visible neighbours.
+    void LeaveOut(const Container& neighbours);
+
+  protected:
+    LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void ShowCaption() override {}
+
+  private:
+    void ShowTabs();
+    void ShowSelected() const;
+
+    TabStrip& tabStrip_;
+    std::unique_ptr<TabTheme> theme_;
+};
+
+}  // namespace korvanta
