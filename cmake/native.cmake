@@ -15,3 +15,5 @@ foreach(room controls common server detection ui app)
     gtest_discover_tests(unit_${room} TEST_PREFIX "${room}: " DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
   endif()
 endforeach()
+
+include(cmake/checks.cmake)

@@ -1,0 +1,20 @@
+# What ctest runs beside the unit tests: the checks of the source, the tests of the tools, and the system tests with what
+# the Windows build has left.
+set(KORVANTA_WINDOWS_BUILD ${CMAKE_SOURCE_DIR}/build/windows CACHE PATH "The build folder of the Windows program")
+set(client_program ${CMAKE_SOURCE_DIR}/dist/KorvantaClient/KorvantaClient.exe)
+
+add_test(NAME "house: the rules" COMMAND ${CMAKE_SOURCE_DIR}/tools/check-house --program ${client_program})
+add_test(NAME "house: clang-tidy" COMMAND ${CMAKE_SOURCE_DIR}/tools/tidy -p ${CMAKE_BINARY_DIR})
+set_tests_properties("house: clang-tidy" PROPERTIES TIMEOUT 900 PROCESSORS 2)
+
+# Python tests are found by their folders.
+file(GLOB python_test_folders CONFIGURE_DEPENDS tools/tests tools/*/tests)
+foreach(folder ${python_test_folders})
+  file(RELATIVE_PATH subject ${CMAKE_SOURCE_DIR} ${folder})
+  add_test(NAME "tools: ${subject}" COMMAND python3 -B -m unittest discover -s ${folder} WORKING_DIRECTORY ${folder})
+endforeach()
+
+add_test(NAME "system: the finished client"
+         COMMAND ${CMAKE_SOURCE_DIR}/tests/system/run-system-tests --folder ${CMAKE_BINARY_DIR}/system-tests
+                 ${KORVANTA_WINDOWS_BUILD}/bin/system_tests.exe ${client_program})
+set_tests_properties("system: the finished client" PROPERTIES TIMEOUT 900 RUN_SERIAL TRUE)
