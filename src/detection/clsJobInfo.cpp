@@ -10,6 +10,8 @@ namespace korvanta {
 
 namespace {
 
+constexpr std::size_t blockWords = 16;
+
 Error OutOfRange() {
     return {errorNumber::subscriptOutOfRange, u"clsJobInfo", u"Subscript out of range"};
 }
@@ -43,12 +45,10 @@ bool TryReadLines(clsJobInfo& job, NextLine nextLine) {
 
 void clsJobInfo::Load(Spooler& spooler, const std::vector<std::uint32_t>& lngBuffer, std::size_t startIndex,
                       const std::u16string& strFullPrinterName, korvanta::PrinterHandle lngPrinterHandle) {
-    const auto word = [&lngBuffer, startIndex](std::size_t offset) {
-        if (startIndex >= lngBuffer.size() || offset >= lngBuffer.size() - startIndex) {
-            throw OutOfRange();
-        }
-        return lngBuffer[startIndex + offset];
-    };
+    if (lngBuffer.size() < blockWords || startIndex > lngBuffer.size() - blockWords) {
+        throw OutOfRange();
+    }
+    const auto word = [&lngBuffer, startIndex](std::size_t offset) { return lngBuffer[startIndex + offset]; };
     const auto number = [&word](std::size_t offset) { return static_cast<std::int32_t>(word(offset)); };
     const auto text = [&spooler, &word](std::size_t offset) { return spooler.TextAt(word(offset)); };
 

@@ -27,8 +27,8 @@ class clsJobInfo : public Object {
     std::int32_t Time3 = 0;           // second and milliseconds, likewise
     std::u16string JobEventFilename;  // the job notification file that it was read from; else empty
 
-    // Fills the record from the level-1 block that begins at word `startIndex` of what EnumJobs returned. A word
-    // outside the buffer raises Error 9 and leaves the fields after it as they were.
+    // Fills the record from the level-1 block that begins at word `startIndex` of what EnumJobs returned. A block that
+    // does not lie within the buffer raises Error 9 and leaves the record as it was.
     void Load(Spooler& spooler, const std::vector<std::uint32_t>& lngBuffer, std::size_t startIndex,
               const std::u16string& strFullPrinterName, korvanta::PrinterHandle lngPrinterHandle);
 
