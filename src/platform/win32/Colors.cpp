@@ -1,11 +1,13 @@
 #include "platform/win32/Colors.h"
 
+#include <cstdlib>
+
 namespace korvanta {
 
 namespace {
 
 constexpr Color systemColorMark = 0x80000000U;
-constexpr COLORREF linkBlue = RGB(0, 0, 255);
+constexpr COLORREF linkBlue = RGB(0, 0, 204);
 
 int SystemIndex(Color color) {
     return static_cast<int>(color & 0xFFU);
@@ -15,15 +17,21 @@ bool IsSystem(Color color) {
     return (color & systemColorMark) != 0;
 }
 
+// 0 to 255.
+int Brightness(COLORREF color) {
+    return (GetRValue(color) * 299 + GetGValue(color) * 587 + GetBValue(color) * 114) / 1000;
+}
+
+bool IsReadable(COLORREF text, COLORREF background) {
+    constexpr int leastDifference = 80;
+    return std::abs(Brightness(text) - Brightness(background)) >= leastDifference;
+}
+
 }  // namespace
 
 COLORREF ScreenColor(Color color) {
     if (!IsSystem(color)) {
         return color & 0xFFFFFFU;
-    }
-    // Windows 95 and NT 4 have no color for links.
-    if (color == systemColor::hotLight && !::GetSysColorBrush(SystemIndex(color))) {
-        return linkBlue;
     }
     return ::GetSysColor(SystemIndex(color));
 }
@@ -32,6 +40,17 @@ COLORREF TextColor(const Control& control) {
     const bool onWindow = control.BackColor() == systemColor::windowBackground;
     return ScreenColor(onWindow && control.ForeColor() == systemColor::buttonText ? systemColor::windowText
                                                                                   : control.ForeColor());
+}
+
+COLORREF LinkColor(COLORREF background) {
+    constexpr int hotLight = 26;  // which Windows 95 and NT 4 lack
+    const COLORREF users = ::GetSysColorBrush(hotLight) ? ::GetSysColor(hotLight) : linkBlue;
+    for (const COLORREF color : {users, linkBlue}) {
+        if (IsReadable(color, background)) {
+            return color;
+        }
+    }
+    return ::GetSysColor(COLOR_WINDOWTEXT);
 }
 
 HBRUSH ColorBrush(Color color, BrushHandle& keeper) {

@@ -14,6 +14,9 @@ COLORREF ScreenColor(Color color);
 // background of windows in every scheme; the text of windows is.
 COLORREF TextColor(const Control& control);
 
+// The color of a link on that background: the user's, unless it can hardly be read there.
+COLORREF LinkColor(COLORREF background);
+
 // A brush of that color. One that the system does not keep is put into `keeper`, with which it goes.
 HBRUSH ColorBrush(Color color, BrushHandle& keeper);
 

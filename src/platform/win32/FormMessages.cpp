@@ -163,13 +163,17 @@ bool WindowsForm::HandleEnding(UINT message, WPARAM wParam, LRESULT& result) {
     }
 }
 
-bool WindowsForm::HandleDialog(UINT message, WPARAM wParam, LPARAM /*lParam*/, LRESULT& result) {
+bool WindowsForm::HandleDialog(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     switch (message) {
         case DM_GETDEFID:
             result = windows_->defaultButton ? MAKELRESULT(::GetDlgCtrlID(windows_->defaultButton), DC_HASDEFID) : 0;
             return true;
         case WM_COMMAND:
             Command(LOWORD(wParam), HIWORD(wParam));
+            return true;
+        case WM_NEXTDLGCTL:
+            MoveFocus(LOWORD(lParam) != 0 ? reinterpret_cast<HWND>(wParam)
+                                          : ::GetNextDlgTabItem(windows_->window, ::GetFocus(), wParam != 0));
             return true;
         case WM_ACTIVATE:
             if (LOWORD(wParam) == WA_INACTIVE) {

@@ -118,6 +118,9 @@ bool VirtualList::Notified(NMHDR& notice, LRESULT& result) {
             if ((item.mask & LVIF_IMAGE) != 0) {
                 item.iImage = item.iSubItem == 0 ? RowImage(item.iItem) : ImageList::none;
             }
+            if ((item.mask & LVIF_INDENT) != 0) {
+                item.iIndent = 0;
+            }
             return true;
         }
         case LVN_ODFINDITEMA:

@@ -30,7 +30,29 @@ bool WindowsCommandButton::IsInside(LPARAM position) const {
     return ::PtInRect(&area, {GET_X_LPARAM(position), GET_Y_LPARAM(position)}) != 0;
 }
 
+void WindowsCommandButton::ShowDefault(bool isDefault) {
+    changingStyle_ = true;
+    Send(BM_SETSTYLE, isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
+    changingStyle_ = false;
+}
+
+void WindowsCommandButton::FocusCameOrWent(bool came) {
+    if (button_.Default()) {
+        return;
+    }
+    ShowDefault(came);
+    if (auto* usual = dynamic_cast<WindowsCommandButton*>(ControlWindow::Of(Form()->defaultButton))) {
+        usual->ShowDefault(!came);
+    }
+}
+
 LRESULT WindowsCommandButton::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == BM_SETSTYLE && !changingStyle_) {
+        return 0;  // the dialog keys' own idea of it, which knows no panels
+    }
+    if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+        FocusCameOrWent(message == WM_SETFOCUS);
+    }
     const bool rightClick = message == WM_RBUTTONUP && IsInside(lParam);
     if (rightClick || (message == WM_CONTEXTMENU && lParam == fromKeyboard)) {
         button_.HandleRightClick();

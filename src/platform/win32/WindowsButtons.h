@@ -5,6 +5,8 @@
 
 namespace korvanta {
 
+// Enter presses the button that has the focus, and the form's default button when no button has it; the one that would
+// be pressed has the heavy border.
 class WindowsCommandButton : public ControlWindow {
   public:
     WindowsCommandButton(CommandButton& button, HostWindow& host);
@@ -16,8 +18,11 @@ class WindowsCommandButton : public ControlWindow {
 
   private:
     bool IsInside(LPARAM position) const;
+    void ShowDefault(bool isDefault);
+    void FocusCameOrWent(bool came);
 
     CommandButton& button_;
+    bool changingStyle_ = false;
 };
 
 class WindowsCheckBox : public ControlWindow {

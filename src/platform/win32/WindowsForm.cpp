@@ -285,4 +285,16 @@ void WindowsForm::RestoreFocus() {
     }
 }
 
+void WindowsForm::MoveFocus(HWND control) {
+    if (!control) {
+        return;
+    }
+    SelectWholeText(control);
+    if (::GetActiveWindow() == windows_->window) {
+        ::SetFocus(control);
+    } else {
+        focus_ = control;
+    }
+}
+
 }  // namespace korvanta

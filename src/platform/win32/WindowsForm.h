@@ -60,6 +60,8 @@ class WindowsForm : public FormPeer, public HostWindow {
     PopupMenu* MenuOfForm() const;
     void SaveFocus();
     void RestoreFocus();
+    // At once, or when the form is next active: a form must not push itself in front of others for it.
+    void MoveFocus(HWND control);
 
     Form& form_;
     std::shared_ptr<FormWindows> windows_;

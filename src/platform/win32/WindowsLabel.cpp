@@ -9,6 +9,9 @@ namespace {
 
 constexpr int handCursor = 32649;  // IDC_HAND, which Windows 95 and NT 4 lack
 
+// What the search for access keys passes over, so that an "&" in a document's name is none.
+constexpr LRESULT noAccessKey = DLGC_WANTCHARS;
+
 DWORD StaticStyle(const Label& label) {
     DWORD style = label.AccessKey() ? 0 : SS_NOPREFIX;
     switch (label.Align()) {
@@ -64,6 +67,13 @@ HBRUSH WindowsLabel::Colors(HDC context) {
     return label_.Transparent() ? TransparentColors(context) : OwnColors(context);
 }
 
+LRESULT WindowsLabel::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_GETDLGCODE && !label_.AccessKey()) {
+        return noAccessKey;
+    }
+    return ControlWindow::Procedure(message, wParam, lParam);
+}
+
 WindowsLinkLabel::WindowsLinkLabel(Label& label, HostWindow& host)
     : ControlWindow(label, host), label_(label), underlined_(Underlined(UsedFonts().Get(label.Bold()))) {
     Create(L"BUTTON", BS_OWNERDRAW | WS_TABSTOP);
@@ -86,7 +96,9 @@ COLORREF WindowsLinkLabel::TextColor() const {
     if (!label_.Enabled()) {
         return ::GetSysColor(COLOR_GRAYTEXT);
     }
-    return ScreenColor(label_.ForeColor() == systemColor::buttonText ? systemColor::hotLight : label_.ForeColor());
+    const Color background = label_.Transparent() ? Host().Content().BackColor() : label_.BackColor();
+    const bool plain = label_.ForeColor() == systemColor::buttonText || label_.ForeColor() == systemColor::hotLight;
+    return plain ? LinkColor(ScreenColor(background)) : ScreenColor(label_.ForeColor());
 }
 
 void WindowsLinkLabel::Draw(const DRAWITEMSTRUCT& item) {
@@ -145,7 +157,7 @@ LRESULT WindowsLinkLabel::Procedure(UINT message, WPARAM wParam, LPARAM lParam) 
         case WM_GETDLGCODE: {
             const auto* asked = reinterpret_cast<const MSG*>(lParam);
             const bool isReturn = asked && asked->message == WM_KEYDOWN && asked->wParam == VK_RETURN;
-            return DLGC_BUTTON | (isReturn ? DLGC_WANTMESSAGE : 0);
+            return (label_.AccessKey() ? DLGC_BUTTON : noAccessKey) | (isReturn ? DLGC_WANTMESSAGE : 0);
         }
         case WM_KEYDOWN:
             if (wParam == VK_RETURN) {

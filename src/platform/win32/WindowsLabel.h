@@ -11,6 +11,7 @@ class WindowsLabel : public ControlWindow {
     HBRUSH Colors(HDC context) override;
 
   protected:
+    LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool Bold() const override { return label_.Bold(); }
 
   private:
