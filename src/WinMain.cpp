@@ -7,11 +7,12 @@
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     korvanta::WindowsPlatform windows;
-    korvanta::WindowsPeerFactory peers(windows.Loop(), windows.Dialogs(), windows.DialogFonts());
+    const std::unique_ptr<korvanta::PeerFactory> peers =
+        korvanta::MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts());
     korvanta::PlainTranslator translator;
-    korvanta::basKorvanta program(windows.Services(), &peers, translator);
+    korvanta::basKorvanta program(windows.Services(), peers.get(), translator);
     if (program.Main()) {
-        windows.Loop().Run();
+        windows.Services().messageLoop.Run();
     }
     return 0;
 }
