@@ -89,6 +89,11 @@ std::string NumberAtStart(std::u16string_view text) {
     return number;
 }
 
+// Infinite when the number is too large.
+double ValueOf(const std::string& number) {
+    return std::strtod(number.c_str(), nullptr);
+}
+
 }  // namespace
 
 std::int32_t ToInteger32(std::u16string_view text) {
@@ -109,10 +114,15 @@ bool ToBoolean(std::u16string_view text) {
     if (EqualNoCase(trimmed, u"False")) {
         return false;
     }
-    if (!IsNumeric(trimmed)) {
+    const std::string number = NumberAtStart(trimmed);
+    if (number.empty() || number.size() != trimmed.size()) {
         throw TypeMismatch();
     }
-    return LeadingNumber(trimmed) != 0.0;
+    const double value = ValueOf(number);
+    if (!std::isfinite(value)) {
+        throw Overflow();
+    }
+    return value != 0.0;
 }
 
 bool IsNumeric(std::u16string_view text) {
@@ -125,7 +135,7 @@ double LeadingNumber(std::u16string_view text) {
     if (start == std::u16string_view::npos) {
         return 0.0;
     }
-    const double value = std::strtod(NumberAtStart(text.substr(start)).c_str(), nullptr);
+    const double value = ValueOf(NumberAtStart(text.substr(start)));
     return std::isfinite(value) ? value : 0.0;
 }
 

@@ -1,6 +1,7 @@
 #include "common/List.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "common/Text.h"
 
@@ -14,34 +15,30 @@ Error ListError(std::int32_t number, std::u16string description) {
     return {userErrorBase + number, u"List", std::move(description)};
 }
 
-using Range = std::vector<Variant>;
-
-Range Merged(const Range& left, const Range& right, IComparator& comparator) {
-    Range merged;
-    merged.reserve(left.size() + right.size());
-    std::size_t l = 0;
-    std::size_t r = 0;
-    while (l < left.size() && r < right.size()) {
-        merged.push_back(comparator.Compare(left[l], right[r]) > 0 ? right[r++] : left[l++]);
-    }
-    merged.insert(merged.end(), left.begin() + static_cast<std::ptrdiff_t>(l), left.end());
-    merged.insert(merged.end(), right.begin() + static_cast<std::ptrdiff_t>(r), right.end());
-    return merged;
-}
-
-Range Sorted(const Range& items, std::size_t first, std::size_t count, IComparator& comparator) {
+// Sorts `count` elements, at least one, by merging halves; `scratch` has room for half of them.
+void SortRange(Variant** first, std::size_t count, Variant** scratch, IComparator& comparator) {
     if (count == 1) {
-        return {items[first]};
+        return;
     }
     if (count == 2) {
-        if (comparator.Compare(items[first], items[first + 1]) > 0) {
-            return {items[first + 1], items[first]};
+        if (comparator.Compare(*first[0], *first[1]) > 0) {
+            std::swap(first[0], first[1]);
         }
-        return {items[first], items[first + 1]};
+        return;
     }
-    const std::size_t half = count / 2;
-    const Range left = Sorted(items, first, half, comparator);
-    return Merged(left, Sorted(items, first + half, count - half, comparator), comparator);
+    Variant** const middle = first + count / 2;
+    Variant** const end = first + count;
+    SortRange(first, count / 2, scratch, comparator);
+    SortRange(middle, count - count / 2, scratch, comparator);
+
+    Variant** const leftEnd = std::copy(first, middle, scratch);
+    Variant** left = scratch;
+    Variant** right = middle;
+    Variant** next = first;
+    while (left != leftEnd && right != end) {
+        *next++ = comparator.Compare(**left, **right) > 0 ? *right++ : *left++;
+    }
+    std::copy(left, leftEnd, next);
 }
 
 }  // namespace
@@ -68,14 +65,20 @@ class List::Lock {
     Lock(const Lock&) = delete;
     Lock& operator=(const Lock&) = delete;
 
-    // Every operation that succeeds ends with this, so that a refused release is told.
-    void Release() {
+    // Every operation that succeeds ends with this, so that a refused release is told; `undo` then takes back first
+    // what the operation has changed.
+    template <class Undo>
+    void Release(Undo undo) {
         held_ = false;
         std::uint32_t errorCode = 0;
         if (!mutex_.Release(errorCode)) {
+            undo();
             throw ListError(34033, u"Unable to release mutex. GetLastError returned: " +
                                        NumberText(static_cast<std::int64_t>(errorCode)));
         }
+    }
+    void Release() {
+        Release([] {});
     }
 
   private:
@@ -104,6 +107,14 @@ std::int32_t List::Find(const Variant& value) const {
     return found == items_.end() ? -1 : static_cast<std::int32_t>(found - items_.begin());
 }
 
+// The element goes after the lock has been given back, should it be an object whose end reaches this list again.
+Variant List::TakeOut(std::int32_t index, Lock& lock) {
+    Variant value = std::move(items_[static_cast<std::size_t>(index)]);
+    items_.erase(items_.begin() + index);
+    lock.Release([&] { items_.insert(items_.begin() + index, value); });
+    return value;
+}
+
 std::int32_t List::Length() const {
     Lock lock(*this);
     const auto length = static_cast<std::int32_t>(items_.size());
@@ -122,8 +133,9 @@ Variant List::Item(std::int32_t index) const {
 void List::Item(std::int32_t index, Variant value) {
     Lock lock(*this);
     CheckIndex(index);
-    items_[static_cast<std::size_t>(index)] = std::move(value);
-    lock.Release();
+    const auto exchange = [&] { std::swap(items_[static_cast<std::size_t>(index)], value); };
+    exchange();
+    lock.Release(exchange);
 }
 
 std::vector<Variant> List::Items() const {
@@ -136,7 +148,7 @@ std::vector<Variant> List::Items() const {
 void List::Append(Variant value) {
     Lock lock(*this);
     items_.push_back(std::move(value));
-    lock.Release();
+    lock.Release([this] { items_.pop_back(); });
 }
 
 void List::Push(Variant value) {
@@ -152,10 +164,7 @@ Variant List::Pop(std::int32_t index) {
         index = static_cast<std::int32_t>(items_.size()) - 1;
     }
     CheckIndex(index);
-    Variant value = std::move(items_[static_cast<std::size_t>(index)]);
-    items_.erase(items_.begin() + index);
-    lock.Release();
-    return value;
+    return TakeOut(index, lock);
 }
 
 bool List::Contains(const Variant& value) const {
@@ -172,8 +181,7 @@ std::int32_t List::Index(const Variant& value) const {
 void List::Delete(std::int32_t index) {
     Lock lock(*this);
     CheckIndex(index);
-    items_.erase(items_.begin() + index);
-    lock.Release();
+    TakeOut(index, lock);
 }
 
 void List::Remove(const Variant& value) {
@@ -182,8 +190,7 @@ void List::Remove(const Variant& value) {
     if (index == -1) {
         throw ListError(34011, u"The value is not in the list.");
     }
-    items_.erase(items_.begin() + index);
-    lock.Release();
+    TakeOut(index, lock);
 }
 
 std::u16string List::ToString() const {
@@ -196,10 +203,22 @@ std::u16string List::ToString() const {
 
 void List::Sort(IComparator& comparator) {
     Lock lock(*this);
-    if (items_.size() >= 2) {
-        items_ = Sorted(items_, 0, items_.size(), comparator);
+    if (items_.size() < 2) {
+        lock.Release();
+        return;
     }
-    lock.Release();
+    std::vector<Variant> unsorted = items_;  // a comparator may reach this list
+    std::vector<Variant*> order(unsorted.size());
+    std::transform(unsorted.begin(), unsorted.end(), order.begin(), [](Variant& item) { return &item; });
+    std::vector<Variant*> scratch(order.size() / 2);
+    SortRange(order.data(), order.size(), scratch.data(), comparator);
+
+    std::vector<Variant> sorted;
+    sorted.reserve(order.size());
+    std::transform(order.begin(), order.end(), std::back_inserter(sorted),
+                   [](Variant* item) { return std::move(*item); });
+    items_.swap(sorted);
+    lock.Release([&] { items_.swap(sorted); });
 }
 
 std::shared_ptr<List> List::Clone() const {
@@ -211,8 +230,9 @@ std::shared_ptr<List> List::Clone() const {
 void List::Extend(const List& other) {
     std::vector<Variant> added = other.Items();
     Lock lock(*this);
-    items_.insert(items_.end(), added.begin(), added.end());
-    lock.Release();
+    const std::size_t length = items_.size();
+    items_.insert(items_.end(), std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()));
+    lock.Release([&] { items_.resize(length); });
 }
 
 }  // namespace korvanta

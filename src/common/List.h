@@ -51,6 +51,7 @@ class List : public Object {
     class Lock;
     void CheckIndex(std::int32_t index) const;
     std::int32_t Find(const Variant& value) const;
+    Variant TakeOut(std::int32_t index, Lock& lock);
 
     MutexFactory& mutexes_;
     std::unique_ptr<Mutex> mutex_;

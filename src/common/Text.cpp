@@ -18,37 +18,63 @@ constexpr CaseRun caseRuns[] = {
 #include "common/CaseTable.inc"
 };
 
-using CaseTable = std::array<char16_t, 0x10000>;
+constexpr std::size_t pageUnits = 256;
 
-constexpr CaseTable MakeTable(bool lower) {
-    CaseTable table{};
-    for (std::size_t code = 0; code < table.size(); ++code) {
-        table[code] = static_cast<char16_t>(code);
-    }
+// Calls `use` with the upper-case and the lower-case unit of every pair.
+template <class Use>
+constexpr void ForEachPair(Use use) {
     for (const CaseRun& run : caseRuns) {
         for (std::uint32_t code = run.first; code <= run.last; code += run.step) {
-            const auto other = static_cast<char16_t>((code + run.delta) & 0xFFFFU);
-            if (lower) {
-                table[code] = other;
-            } else if (table[other] == other) {
-                table[other] = static_cast<char16_t>(code);
-            }
+            use(static_cast<char16_t>(code), static_cast<char16_t>((code + run.delta) & 0xFFFFU));
         }
     }
+}
+
+// What is added to a unit, modulo 65,536, for its other letter case. Most pages of 256 units have no such unit; they
+// share page 0, so that a table stays small enough for the processor's cache.
+template <std::size_t pages>
+struct CaseTable {
+    std::array<std::uint8_t, 0x10000 / pageUnits> pageOf{};
+    std::array<std::array<std::uint16_t, pageUnits>, pages> deltas{};
+
+    constexpr char16_t operator[](char16_t unit) const {
+        return static_cast<char16_t>(unit + deltas[pageOf[unit / pageUnits]][unit % pageUnits]);
+    }
+};
+
+template <bool toLower>
+constexpr std::size_t CountPages() {
+    std::array<bool, 0x10000 / pageUnits> used{};
+    ForEachPair([&used](char16_t upper, char16_t lower) { used[(toLower ? upper : lower) / pageUnits] = true; });
+    return 1 + static_cast<std::size_t>(std::count(used.begin(), used.end(), true));
+}
+
+template <bool toLower>
+constexpr auto MakeTable() {
+    constexpr char16_t capitalSharpS = u'\u1E9E';
+    CaseTable<CountPages<toLower>()> table;
+    std::uint8_t pagesMade = 0;
+    ForEachPair([&](char16_t upper, char16_t lower) {
+        const char16_t from = toLower ? upper : lower;
+        const char16_t to = toLower ? lower : upper;
+        // Of several capitals with the same small letter the first one is its capital; the small sharp s is its own.
+        if (!toLower && (table[from] != from || upper == capitalSharpS)) {
+            return;
+        }
+        std::uint8_t& page = table.pageOf[from / pageUnits];
+        if (page == 0) {
+            page = ++pagesMade;
+        }
+        table.deltas[page][from % pageUnits] = static_cast<std::uint16_t>(to - from);
+    });
     return table;
 }
 
-const CaseTable& LowerTable() {
-    static const CaseTable table = MakeTable(true);
-    return table;
-}
+constexpr auto lowerTable = MakeTable<true>();
+constexpr auto upperTable = MakeTable<false>();
 
-const CaseTable& UpperTable() {
-    static const CaseTable table = MakeTable(false);
-    return table;
-}
-
-std::u16string Mapped(std::u16string_view text, const CaseTable& table) {
+template <class Table>
+std::u16string Mapped(std::u16string_view text, const Table& table) {
     std::u16string result(text);
     for (char16_t& unit : result) {
         unit = table[unit];
@@ -59,35 +85,32 @@ std::u16string Mapped(std::u16string_view text, const CaseTable& table) {
 }  // namespace
 
 char16_t LowerUnit(char16_t unit) {
-    return LowerTable()[unit];
+    return lowerTable[unit];
 }
 
 std::u16string Lower(std::u16string_view text) {
-    return Mapped(text, LowerTable());
+    return Mapped(text, lowerTable);
 }
 
 std::u16string Upper(std::u16string_view text) {
-    return Mapped(text, UpperTable());
+    return Mapped(text, upperTable);
 }
 
 bool EqualNoCase(std::u16string_view a, std::u16string_view b) {
-    const CaseTable& table = LowerTable();
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&table](char16_t x, char16_t y) { return table[x] == table[y]; });
+                      [](char16_t x, char16_t y) { return lowerTable[x] == lowerTable[y]; });
 }
 
 bool ContainsNoCase(std::u16string_view text, std::u16string_view part) {
-    const CaseTable& table = LowerTable();
     return std::search(text.begin(), text.end(), part.begin(), part.end(),
-                       [&table](char16_t x, char16_t y) { return table[x] == table[y]; }) != text.end() ||
+                       [](char16_t x, char16_t y) { return lowerTable[x] == lowerTable[y]; }) != text.end() ||
            part.empty();
 }
 
 int CompareNoCase(std::u16string_view a, std::u16string_view b) {
-    const CaseTable& table = LowerTable();
     for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
-        if (table[a[i]] != table[b[i]]) {
-            return table[a[i]] < table[b[i]] ? -1 : 1;
+        if (lowerTable[a[i]] != lowerTable[b[i]]) {
+            return lowerTable[a[i]] < lowerTable[b[i]] ? -1 : 1;
         }
     }
     return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
@@ -117,6 +140,10 @@ std::vector<std::u16string> Split(std::u16string_view text, std::u16string_view 
     if (text.empty()) {
         return pieces;
     }
+    if (separator.empty()) {
+        pieces.emplace_back(text);
+        return pieces;
+    }
     std::size_t start = 0;
     for (std::size_t found = text.find(separator); found != std::u16string_view::npos;
          found = text.find(separator, start)) {
@@ -143,12 +170,13 @@ std::u16string NumberText(std::int64_t number) {
 }
 
 std::u16string PaddedNumberText(std::int64_t number, int digits) {
-    std::u16string text = NumberText(number < 0 ? -number : number);
-    const auto wanted = static_cast<std::size_t>(std::max(digits, 0));
+    std::u16string text = NumberText(number);
+    const std::size_t signs = number < 0 ? 1 : 0;
+    const std::size_t wanted = static_cast<std::size_t>(std::max(digits, 0)) + signs;
     if (text.size() < wanted) {
-        text.insert(0, wanted - text.size(), u'0');
+        text.insert(signs, wanted - text.size(), u'0');
     }
-    return number < 0 ? u"-" + text : text;
+    return text;
 }
 
 std::u16string BooleanText(bool value) {

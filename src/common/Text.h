@@ -11,7 +11,8 @@ namespace korvanta {
 inline constexpr char16_t fieldSeparator = u'\u0001';
 inline constexpr std::u16string_view lineBreak = u"\r\n";
 
-// Letter case, unit by unit and the same under every locale. A unit without another single-unit form stays.
+// Letter case, unit by unit and the same under every locale. A unit without another single-unit form stays; upper case
+// is where a small letter's lower-casing comes from.
 char16_t LowerUnit(char16_t unit);
 std::u16string Lower(std::u16string_view text);
 std::u16string Upper(std::u16string_view text);
@@ -24,7 +25,8 @@ int CompareNoCase(std::u16string_view a, std::u16string_view b);
 // Without the blanks (U+0020 only) at both ends.
 std::u16string Trim(std::u16string_view text);
 std::u16string Replace(std::u16string_view text, std::u16string_view what, std::u16string_view with);
-// The pieces between separators, empty ones included; the empty text has no pieces at all.
+// The pieces between separators, empty ones included; the empty text has no pieces at all. An empty separator does not
+// separate.
 std::vector<std::u16string> Split(std::u16string_view text, std::u16string_view separator);
 std::u16string Join(const std::vector<std::u16string>& pieces, std::u16string_view separator);
 

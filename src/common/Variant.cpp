@@ -1,5 +1,6 @@
 #include "common/Variant.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "common/Text.h"
@@ -14,33 +15,59 @@ Error TypeMismatch() {
 
 std::u16string PlainNumber(double number, int digits) {
     char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.*g", digits, number);
+    std::snprintf(buffer, sizeof buffer, "%.*g", digits, number == 0.0 ? 0.0 : number);  // no "-0"
     return Replace(FromAscii(buffer), u"e", u"E");
 }
 
 std::u16string CurrencyText(std::int64_t tenThousandths) {
-    return PlainNumber(static_cast<double>(tenThousandths) / 10000.0, 19);
+    std::u16string text = PaddedNumberText(tenThousandths, 5);
+    text.insert(text.size() - 4, 1, u'.');
+    return text.substr(0, text.ends_with(u".0000") ? text.size() - 5 : text.find_last_not_of(u'0') + 1);
 }
 
-// Day, time or both, in the order that sorts.
+struct Date {
+    std::int64_t year;
+    std::int64_t month;
+    std::int64_t day;
+};
+
+// 1601 begins a cycle of 400 years, in which the leap year ends each group of four years, except at the end of the
+// first three centuries.
+Date DateOfDay(std::int64_t daysSince1601) {
+    constexpr std::int64_t cycleDays = 146'097;
+    constexpr std::int64_t centuryDays = 36'524;
+    constexpr std::int64_t fourYearsDays = 1'461;
+    const std::int64_t cycle = (daysSince1601 >= 0 ? daysSince1601 : daysSince1601 - cycleDays + 1) / cycleDays;
+    std::int64_t day = daysSince1601 - cycle * cycleDays;
+    const std::int64_t century = std::min<std::int64_t>(day / centuryDays, 3);
+    day -= century * centuryDays;
+    const std::int64_t group = day / fourYearsDays;
+    day -= group * fourYearsDays;
+    const std::int64_t year = std::min<std::int64_t>(day / 365, 3);
+    day -= year * 365;
+
+    const bool leapYear = year == 3 && (group != 24 || century == 3);
+    const int lengths[] = {31, leapYear ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    std::int64_t month = 1;
+    for (; day >= lengths[month - 1]; ++month) {
+        day -= lengths[month - 1];
+    }
+    return {1601 + cycle * 400 + century * 100 + group * 4 + year, month, day + 1};
+}
+
+// Day, and time unless it is midnight, in the order that sorts.
 std::u16string DateText(DateTime time) {
-    std::int64_t days = time.milliseconds / 86'400'000;
-    const std::int64_t seconds = time.milliseconds % 86'400'000 / 1000;
-    int year = 1601;
-    const auto daysOfYear = [&] { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0) ? 366 : 365; };
-    for (; days >= daysOfYear(); ++year) {
-        days -= daysOfYear();
+    constexpr std::int64_t dayMilliseconds = 86'400'000;
+    std::int64_t days = time.milliseconds / dayMilliseconds;
+    std::int64_t rest = time.milliseconds % dayMilliseconds;
+    if (rest < 0) {
+        --days;
+        rest += dayMilliseconds;
     }
-    int month = 1;
-    const auto daysOfMonth = [&] {
-        constexpr int lengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-        return lengths[month - 1] + (month == 2 && daysOfYear() == 366 ? 1 : 0);
-    };
-    for (; days >= daysOfMonth(); ++month) {
-        days -= daysOfMonth();
-    }
+    const Date date = DateOfDay(days);
+    const std::int64_t seconds = rest / 1000;
     std::u16string text =
-        PaddedNumberText(year, 4) + u"-" + PaddedNumberText(month, 2) + u"-" + PaddedNumberText(days + 1, 2);
+        PaddedNumberText(date.year, 4) + u"-" + PaddedNumberText(date.month, 2) + u"-" + PaddedNumberText(date.day, 2);
     if (seconds != 0) {
         text += u" " + PaddedNumberText(seconds / 3600, 2) + u":" + PaddedNumberText(seconds / 60 % 60, 2) + u":" +
                 PaddedNumberText(seconds % 60, 2);
@@ -111,17 +138,18 @@ bool Variant::Equals(const Variant& other) const {
     if (IsObject() || other.IsObject()) {
         return IsObject() && other.IsObject() && Reference() == other.Reference();
     }
-    if (IsNumber() && other.IsNumber()) {
-        return Number() == other.Number();
-    }
     if (IsText() && other.IsText()) {
         return Text() == other.Text();
     }
-    if (value_.index() != other.value_.index() || std::holds_alternative<Null>(value_) ||
-        std::holds_alternative<ArrayReference>(value_)) {
-        return false;
+    if (value_.index() == other.value_.index()) {
+        return !std::holds_alternative<Null>(value_) && !std::holds_alternative<ArrayReference>(value_) &&
+               value_ == other.value_;
     }
-    return value_ == other.value_;
+    if (IsEmpty() || other.IsEmpty()) {
+        const Variant& value = IsEmpty() ? other : *this;
+        return value.IsText() ? value.Text().empty() : value.IsNumber() && value.Number() == 0.0;
+    }
+    return IsNumber() && other.IsNumber() && Number() == other.Number();
 }
 
 std::u16string Variant::Rendering() const {

@@ -71,7 +71,8 @@ class Variant {
     }
 
     // Value equality as a List searches by it: objects are equal when they are the same object, numbers by value
-    // whatever their kind, texts exactly; different kinds, empties aside, are not.
+    // whatever their kind (true is -1), texts exactly. The empty value equals 0, false and the empty text as well;
+    // other values of different kinds are not equal, and Null and arrays equal nothing.
     bool Equals(const Variant& other) const;
     // How ToString of a List renders the value. Numbers and dates are written without regional settings.
     std::u16string Rendering() const;

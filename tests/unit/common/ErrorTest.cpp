@@ -1,0 +1,56 @@
+#include "common/Error.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+
+#include "platform/FileSystem.h"
+
+namespace korvanta {
+namespace {
+
+TEST(ErrorTest, AnErrorHasANumberASourceAndADescription) {
+    const Error error(53, u"Source", u"Größe");
+    EXPECT_EQ(error.Number(), 53);
+    EXPECT_EQ(error.Source(), u"Source");
+    EXPECT_EQ(error.NumberAndDescription(), u"53 - Größe");
+    EXPECT_STREQ(error.what(), "Gr??e");
+}
+
+template <class Exception>
+Error CurrentOf(const Exception& exception) {
+    try {
+        throw exception;
+    } catch (...) {
+        return Error::Current();
+    }
+}
+
+TEST(ErrorTest, CurrentTellsEveryExceptionAsAnError) {
+    EXPECT_EQ(CurrentOf(Error(62, u"s", u"d")).Number(), 62);
+    EXPECT_EQ(CurrentOf(Error(62, u"s", u"d")).Source(), u"s");
+    EXPECT_EQ(CurrentOf(std::bad_alloc()).NumberAndDescription(), u"7 - Out of memory");
+    EXPECT_EQ(CurrentOf(std::out_of_range("x")).NumberAndDescription(), u"5 - Invalid procedure call or argument");
+    EXPECT_EQ(CurrentOf(17).Number(), 5);
+}
+
+TEST(ErrorTest, FileErrorsHaveTheNumbersThatFileOperationsRaise) {
+    const std::pair<std::uint32_t, std::int32_t> numbers[] = {
+        {windowsError::fileNotFound, 53},     {windowsError::pathNotFound, 76},
+        {windowsError::badNetPath, 76},       {windowsError::badNetName, 76},
+        {windowsError::accessDenied, 70},     {windowsError::sharingViolation, 70},
+        {windowsError::invalidName, 52},      {windowsError::diskFull, 61},
+        {windowsError::notReady, 57},         {1117, 57},
+        {windowsError::semaphoreTimeout, 57},
+    };
+    for (const auto& [code, number] : numbers) {
+        EXPECT_EQ(FileError(code).Number(), number) << code;
+        EXPECT_THROW(CheckFile(code), Error);
+    }
+    EXPECT_EQ(FileError(1117).Description(), u"Device I/O error (Windows error 1117)");
+    EXPECT_NO_THROW(CheckFile(0));
+}
+
+}  // namespace
+}  // namespace korvanta
