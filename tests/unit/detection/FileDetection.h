@@ -1,0 +1,67 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "detection/clsJobDetectionFile.h"
+#include "unit/detection/Support.h"
+
+namespace korvanta::tests {
+
+// One server "srv" with one printer to begin with, over file shares. Its counter is missing.
+class FileDetection : public testing::Test {
+  protected:
+    using Reports = std::vector<std::pair<std::u16string, bool>>;
+
+    FileDetection() { Publish({u"laser"}); }
+
+    void Publish(const Texts& printers, const Texts& servers = {}) {
+        organisation_.PublishServers(servers);
+        organisation_.PublishPrinters(u"srv", printers);
+        organisation_.printersMonitored.RefreshPrinterLists();
+    }
+    void SetCounter(const std::u16string& text) { organisation_.SetCounter(u"srv", text); }
+    void WriteJob(int number, const std::u16string& document) { organisation_.WriteJob(u"srv", number, document); }
+    void WriteJobs(int first, int last) {
+        for (int number = first; number <= last; ++number) {
+            WriteJob(number, NumberText(number));
+        }
+    }
+    void SpoilJob(int number) { files_.WriteUtf16(Organisation::JobFilePath(u"srv", number), u"half a file"); }
+    void RemoveJob(int number) { files_.RemoveFile(Organisation::JobFilePath(u"srv", number)); }
+
+    void Start() { Detector().Start(sink_); }
+    void Tick() { Detector().MonitorClockTick(); }
+    IJobDetectionObject& Detector() { return detector_; }
+    // The log without the lines of the server interfaces and the histories.
+    Texts OwnLines() const {
+        Texts lines;
+        for (const std::u16string& line : organisation_.log.lines) {
+            if (!line.starts_with(u"IServerInterface_") && !line.starts_with(u"clsJobHistory")) {
+                lines.push_back(line);
+            }
+        }
+        return lines;
+    }
+    std::ptrdiff_t Calls(const std::u16string& call) const {
+        return std::count(files_.log.begin(), files_.log.end(), call);
+    }
+
+    Organisation organisation_;
+    fakes::FakeFileSystem& files_ = organisation_.platform.files;
+    fakes::FakeSystem& system_ = organisation_.platform.system;
+    RecordingSink sink_;
+    clsJobDetectionFile detector_{organisation_.serverInterfaces,
+                                  organisation_.printersMonitored,
+                                  organisation_.settings,
+                                  organisation_.platform.mutexes,
+                                  system_,
+                                  organisation_.log,
+                                  u"JSmith"};
+};
+
+}  // namespace korvanta::tests

@@ -1,0 +1,384 @@
+#include "detection/clsJobDetectionFile.h"
+
+#include <gtest/gtest.h>
+
+#include "unit/detection/FileDetection.h"
+
+namespace korvanta::tests {
+namespace {
+
+const std::u16string laser = u"\\\\srv\\laser";
+
+class JobDetectionFile : public FileDetection {};
+
+TEST_F(JobDetectionFile, FilesFromBeforeStartAreNeverReported) {
+    WriteJobs(0, 56);
+    SetCounter(u"57");
+    Start();
+    detector_.PollServers();
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.jobs.size(), 0U);
+    WriteJob(57, u"new");
+    detector_.PollServers();
+    detector_.PollServers();
+    ASSERT_EQ(sink_.Documents(), Texts{u"new"});
+    EXPECT_EQ(sink_.jobs[0]->JobID, 17);
+    EXPECT_EQ(sink_.jobs[0]->FullPrinterName, laser);
+}
+
+TEST_F(JobDetectionFile, RecordCarriesTheNameOfItsFileWithTheUsersNameAsWindowsGivesIt) {
+    SetCounter(u"7");
+    Start();
+    WriteJob(7, u"job");
+    detector_.PollServers();
+    ASSERT_EQ(sink_.jobs.size(), 1U);
+    EXPECT_EQ(sink_.jobs[0]->JobEventFilename, u"JSmith.007");
+}
+
+TEST_F(JobDetectionFile, NumbersStartAgainBehind999WithinOnePoll) {
+    SetCounter(u"998");
+    Start();
+    WriteJob(998, u"a");
+    WriteJob(999, u"b");
+    WriteJob(0, u"c");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"a", u"b", u"c"}));
+    WriteJob(1, u"d");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents().back(), u"d");
+}
+
+TEST_F(JobDetectionFile, FileThatIsMissingAtOnePollIsReadAtTheNext) {
+    SetCounter(u"5");
+    Start();
+    detector_.PollServers();
+    WriteJob(5, u"late");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"late"});
+}
+
+TEST_F(JobDetectionFile, FileThatCannotBeReadIsTriedTwiceAndSkippedWithinThePoll) {
+    SetCounter(u"5");
+    Start();
+    SpoilJob(5);
+    SpoilJob(6);
+    WriteJob(7, u"good");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"good"});
+    EXPECT_EQ(system_.sleeps, (std::vector<std::uint32_t>{200, 200}));
+    EXPECT_EQ(Calls(u"OpenForReading \\\\SRV\\TLXData$\\jobs\\jsmith.005"), 2);
+    WriteJob(5, u"mended");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"good"}) << "skipped for good";
+}
+
+TEST_F(JobDetectionFile, FileThatIsCompleteAtTheSecondReadIsTaken) {
+    SetCounter(u"5");
+    Start();
+    SpoilJob(5);
+    system_.onSleep = [this] { WriteJob(5, u"complete now"); };
+    detector_.PollServers();
+    ASSERT_EQ(sink_.Documents(), Texts{u"complete now"});
+    EXPECT_EQ(sink_.jobs[0]->JobEventFilename, u"JSmith.005");
+    EXPECT_EQ(system_.sleeps, (std::vector<std::uint32_t>{200}));
+}
+
+TEST_F(JobDetectionFile, FileThatVanishesWhileItCannotBeReadIsTriedAgainAtTheNextPoll) {
+    SetCounter(u"5");
+    Start();
+    SpoilJob(5);
+    system_.onSleep = [this] { RemoveJob(5); };
+    detector_.PollServers();
+    EXPECT_EQ(sink_.jobs.size(), 0U);
+    WriteJob(5, u"back again");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"back again"});
+}
+
+TEST_F(JobDetectionFile, PollWritesItsLinesInOrder) {
+    SetCounter(u"5");
+    organisation_.AddServer(u"idle");
+    Publish({u"laser"}, {u"idle"});
+    Start();
+    WriteJob(5, u"good");
+    SpoilJob(6);
+    organisation_.log.lines.clear();
+    detector_.PollServers();
+    EXPECT_EQ(OwnLines(),
+              (Texts{u"Checking server for print jobs: srv", u"Testing for job notification file 5",
+                     u"Reading job event file 5", u"Valid job event file processed", u"Reading job event file 6",
+                     u"Invalid job event file processed", u"Checking server for print jobs: idle"}))
+        << "a server without printers was not tested and so is not healthy";
+}
+
+TEST_F(JobDetectionFile, RebuildWritesItsLinesInOrder) {
+    organisation_.log.lines.clear();
+    Start();
+    EXPECT_EQ(OwnLines(),
+              (Texts{u"clsJobDetectionFile: Finding printers", u"clsJobDetectionFile: Getting server counters"}));
+}
+
+TEST_F(JobDetectionFile, CounterThatWentUpHasItsFilesReadAndIsTakenOver) {
+    SetCounter(u"5");
+    Start();
+    WriteJobs(5, 9);
+    SpoilJob(7);
+    SetCounter(u"9");
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6", u"8"})) << "the files below the counter";
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6", u"8", u"9"}));
+}
+
+TEST_F(JobDetectionFile, CounterThatWentDownIsTakenOverWithoutReading) {
+    SetCounter(u"998");
+    Start();
+    WriteJobs(998, 999);
+    WriteJobs(0, 2);
+    SetCounter(u"2");
+    Detector().PrinterListChanged();
+    EXPECT_EQ(sink_.jobs.size(), 0U);
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"2"});
+}
+
+TEST_F(JobDetectionFile, UnchangedCounterReadsNothing) {
+    WriteJobs(0, 5);
+    SetCounter(u"5");
+    Start();
+    files_.log.clear();
+    Detector().FullRefresh();
+    EXPECT_EQ(Calls(u"OpenForReading \\\\SRV\\TLXData$\\jobs\\jsmith.004"), 0);
+    EXPECT_EQ(Calls(u"OpenForReading \\\\SRV\\TLXData$\\jobs\\jsmith.005"), 0);
+}
+
+TEST_F(JobDetectionFile, CounterMayEndWithALineBreak) {
+    WriteJobs(0, 4);
+    SetCounter(u" 5 \r\n");
+    Start();
+    detector_.PollServers();
+    EXPECT_EQ(sink_.jobs.size(), 0U) << "taken as 5";
+    WriteJob(5, u"new");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"new"});
+}
+
+TEST_F(JobDetectionFile, CounterThatNoFileCanHaveIsNoneAndHangsNothing) {
+    SetCounter(u"5");
+    Start();
+    for (const std::u16string counter :
+         {u"2000000000", u"2147483648", u"1001", u"-1", u"-2147483648", u"", u"abc", u"6x", u"\r\n"}) {
+        SetCounter(counter);
+        Detector().FullRefresh();
+        EXPECT_EQ(system_.sleeps.size(), 0U) << "no file was read";
+    }
+    WriteJob(5, u"still found");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"still found"});
+}
+
+TEST_F(JobDetectionFile, CounterAtTheEndOfTheRangeStandsForItsStart) {
+    SetCounter(u"998");
+    Start();
+    WriteJobs(998, 999);
+    SetCounter(u"1000");
+    Detector().FullRefresh();
+    detector_.PollServers();
+    WriteJob(0, u"0");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents().back(), u"0");
+}
+
+TEST_F(JobDetectionFile, UserWithoutACounterHasHisFirstJobRead) {
+    Start();
+    detector_.PollServers();
+    WriteJob(0, u"first ever");
+    SetCounter(u"1");
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.Documents(), Texts{u"first ever"});
+}
+
+TEST_F(JobDetectionFile, ServerThatComesUpLaterHasItsOldFilesLeftAlone) {
+    files_.Down(u"srv");
+    Start();
+    EXPECT_EQ(sink_.printers, (Reports{{laser, false}}));
+    WriteJobs(0, 4);
+    SetCounter(u"5");
+    detector_.PollServers();
+    files_.Up(u"srv");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.jobs.size(), 0U) << "not yet found healthy";
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.printers.back(), (std::pair<std::u16string, bool>{laser, true}));
+    detector_.PollServers();
+    EXPECT_EQ(sink_.jobs.size(), 0U);
+    WriteJob(5, u"new");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"new"});
+}
+
+TEST_F(JobDetectionFile, ServerThatWasDownForAWhileLosesNoJob) {
+    SetCounter(u"5");
+    Start();
+    files_.Down(u"srv");
+    Detector().FullRefresh();
+    WriteJobs(5, 7);
+    SetCounter(u"8");
+    files_.Up(u"srv");
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6", u"7"}));
+}
+
+TEST_F(JobDetectionFile, ServerOfTwoPrintersIsTestedOnceAPass) {
+    Publish({u"laser", u"colour"});
+    files_.log.clear();
+    Start();
+    EXPECT_EQ(Calls(u"FolderExists \\\\SRV\\TLXData$\\jobs"), 1);
+    EXPECT_EQ(sink_.printers, (Reports{{laser, true}, {u"\\\\srv\\colour", true}}));
+    Detector().FullRefresh();
+    EXPECT_EQ(Calls(u"FolderExists \\\\SRV\\TLXData$\\jobs"), 2);
+}
+
+TEST_F(JobDetectionFile, ServerNamesInAnyLetterCaseShareHealthAndCounter) {
+    SetCounter(u"5");
+    Publish({u"\\\\SRV\\laser", u"\\\\Srv\\laser"}, {u"Srv"});
+    files_.log.clear();
+    Start();
+    EXPECT_EQ(Calls(u"FolderExists \\\\SRV\\TLXData$\\jobs"), 1);
+    WriteJobs(5, 6);
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6"})) << "listed twice, read once";
+}
+
+TEST_F(JobDetectionFile, PrinterNameWithoutAServerEndsThePassAndCountersAreReadAllTheSame) {
+    SetCounter(u"5");
+    Publish({u"laser", u"\\\\nowhere", u"colour"});
+    Start();
+    EXPECT_EQ(sink_.printers, (Reports{{laser, true}}));
+    WriteJob(5, u"job");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+}
+
+TEST_F(JobDetectionFile, HistoryKeepsAJobFromBeingReportedTwice) {
+    SetCounter(u"5");
+    Start();
+    WriteJob(5, u"job");
+    WriteJob(6, u"job");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+}
+
+TEST_F(JobDetectionFile, HealthTestEndsAtTheFirstUnhealthyServer) {
+    organisation_.AddServer(u"b");
+    organisation_.AddServer(u"c");
+    Publish({u"laser"}, {u"b", u"c"});
+    EXPECT_TRUE(Detector().TestServerHealth());
+    files_.Down(u"b");
+    files_.log.clear();
+    EXPECT_FALSE(Detector().TestServerHealth());
+    EXPECT_EQ(files_.log, (Texts{u"FolderExists \\\\SRV\\TLXData$\\jobs", u"FolderExists \\\\B\\TLXData$\\jobs"}));
+}
+
+TEST_F(JobDetectionFile, HealthTestOfNoServerPasses) {
+    const clsPrintersMonitored nothing(organisation_.serverInterfaces, organisation_.platform.mutexes,
+                                       organisation_.log, u"srv");
+    clsJobDetectionFile detector(organisation_.serverInterfaces, nothing, organisation_.settings,
+                                 organisation_.platform.mutexes, system_, organisation_.log, u"JSmith");
+    IJobDetectionObject& object = detector;
+    files_.Down(u"srv");
+    EXPECT_TRUE(object.TestServerHealth());
+}
+
+class JobDetectionFileTicks : public JobDetectionFile {
+  protected:
+    // How many polls each of the next ticks made.
+    std::vector<std::size_t> PollsOfTicks(int count) {
+        std::vector<std::size_t> polls;
+        for (int i = 0; i < count; ++i) {
+            const std::size_t before = sink_.activities.size();
+            Tick();
+            polls.push_back(sink_.activities.size() - before);
+        }
+        return polls;
+    }
+};
+
+TEST_F(JobDetectionFileTicks, FirstPollComesAtTheIntervalsNextTickAndThenEveryInterval) {
+    organisation_.settings.FilePollingInterval(3);
+    Start();
+    EXPECT_EQ(PollsOfTicks(10), (std::vector<std::size_t>{0, 0, 0, 1, 0, 0, 1, 0, 0, 1}));
+}
+
+TEST_F(JobDetectionFileTicks, IntervalOfOnePollsAtEveryTickFromTheSecond) {
+    organisation_.settings.FilePollingInterval(1);
+    Start();
+    EXPECT_EQ(PollsOfTicks(4), (std::vector<std::size_t>{0, 1, 1, 1}));
+}
+
+TEST_F(JobDetectionFileTicks, IntervalOfZeroPollsAtEveryTick) {
+    organisation_.settings.FilePollingInterval(0);
+    Start();
+    EXPECT_EQ(PollsOfTicks(3), (std::vector<std::size_t>{1, 1, 1}));
+    EXPECT_EQ(sink_.activities, (Texts{u"Polling servers", u"Polling servers", u"Polling servers"}));
+}
+
+TEST_F(JobDetectionFileTicks, PollsOfFilesAndOfCountersAlternate) {
+    organisation_.settings.FilePollingInterval(0);
+    SetCounter(u"5");
+    Start();
+    organisation_.log.lines.clear();
+    PollsOfTicks(4);
+    const Texts filePoll = {u"Checking server for print jobs: srv", u"Testing for job notification file 5"};
+    const std::u16string counterPoll = u"clsJobDetectionFile: Getting server counters";
+    EXPECT_EQ(OwnLines(), (Texts{filePoll[0], filePoll[1], counterPoll, filePoll[0], filePoll[1], counterPoll}));
+}
+
+TEST_F(JobDetectionFileTicks, CounterPollReadsTheFilesThatCameMeanwhile) {
+    organisation_.settings.FilePollingInterval(0);
+    SetCounter(u"5");
+    Start();
+    Tick();
+    WriteJob(6, u"6");
+    SetCounter(u"7");
+    Tick();
+    EXPECT_EQ(sink_.Documents(), Texts{u"6"}) << "file 5 never came, file 6 is found through the counter";
+}
+
+class JobDetectionOverHttp : public JobDetectionFile {
+  protected:
+    JobDetectionOverHttp() {
+        organisation_.serverInterfaces.Renew();
+        organisation_.serverInterfaces.InterfaceType(1);
+    }
+    void PutCounter(const std::u16string& text) { internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith.tlu", text); }
+
+    fakes::FakeInternet& internet_ = organisation_.platform.internet;
+};
+
+TEST_F(JobDetectionOverHttp, ServerThatHasEveryFileAndNoneIsAskedForEachNumberOnce) {
+    PutCounter(u"5");
+    Start();
+    detector_.PollServers();
+    EXPECT_EQ(system_.sleeps.size(), 1000U) << "one retry for each number";
+    EXPECT_EQ(sink_.jobs.size(), 0U);
+    internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith.005", Organisation::JobText(laser, u"job"));
+    organisation_.log.lines.clear();
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+    EXPECT_EQ(OwnLines()[1], u"Testing for job notification file 5") << "once around changes nothing";
+}
+
+TEST_F(JobDetectionOverHttp, FilesAreReadThroughTheWebService) {
+    internet_.unknownUrlBody = "<html>File not found</html>";
+    internet_.PutUtf16(u"http://SRV/TLXData/ClientSet.txt", u"settings");
+    PutCounter(u"5");
+    Start();
+    EXPECT_EQ(sink_.printers, (Reports{{laser, true}}));
+    internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith.005", Organisation::JobText(laser, u"job"));
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+}
+
+}  // namespace
+}  // namespace korvanta::tests
