@@ -15,6 +15,10 @@ Error PastEnd() {
     return {errorNumber::inputPastEnd, u"TextStream", u"Input past end of file"};
 }
 
+Error LineTooLong() {
+    return {errorNumber::outOfStringSpace, u"TextStream", u"Out of string space"};
+}
+
 }  // namespace
 
 TextInput::TextInput(std::unique_ptr<InputFile> file, const CodePage* codePage)
@@ -37,10 +41,10 @@ TextInput TextInput::OpenAnsi(FileSystem& files, const CodePage& codePage, const
 bool TextInput::Fill() {
     while (!fileEnded_) {
         if (heldBytes_ == bytes_.size()) {
-            bytes_.resize(bytes_.size() * 2);
-            if (bytes_.size() > longestLine * 2) {
-                throw Error(errorNumber::outOfStringSpace, u"TextStream", u"Out of string space");
+            if (bytes_.size() >= longestLine * 4) {  // more than the longest line even of two-byte characters
+                throw LineTooLong();
             }
+            bytes_.resize(bytes_.size() * 2);
         }
         std::size_t got = 0;
         CheckFile(file_->Read(bytes_.data() + heldBytes_, bytes_.size() - heldBytes_, got));
@@ -85,25 +89,23 @@ std::u16string_view TextInput::ReadLineView() {
     if (AtEnd()) {
         throw PastEnd();
     }
-    std::size_t searched = position_;
-    std::size_t lineFeed = text_.find(u'\n', searched);
+    std::size_t lineFeed = text_.find(u'\n', position_);
     while (lineFeed == std::u16string::npos) {
-        const std::size_t length = text_.size() - position_;
-        if (length > longestLine) {
-            throw Error(errorNumber::outOfStringSpace, u"TextStream", u"Out of string space");
-        }
-        if (!Fill()) {
+        const std::size_t searched = text_.size() - position_;
+        if (searched > longestLine + 1 || !Fill()) {
             break;
         }
-        searched = position_ + length;
-        lineFeed = text_.find(u'\n', searched);
+        lineFeed = text_.find(u'\n', position_ + searched);
     }
     const bool ended = lineFeed != std::u16string::npos;
     std::u16string_view line(text_.data() + position_, (ended ? lineFeed : text_.size()) - position_);
-    position_ = ended ? lineFeed + 1 : text_.size();
     if (ended && !line.empty() && line.back() == u'\r') {
         line.remove_suffix(1);
     }
+    if (line.size() > longestLine) {
+        throw LineTooLong();
+    }
+    position_ = ended ? lineFeed + 1 : text_.size();
     return line;
 }
 

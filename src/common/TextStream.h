@@ -45,7 +45,7 @@ class TextInput {
 };
 
 // A text file being written. What is written reaches the file at Flush or Close (or when much has gathered); only
-// then do failures show, as Error.
+// then do failures show, as Error, and what could not be written is dropped.
 class TextOutput {
   public:
     // Creates or empties the file; UTF-16 files begin with the byte-order mark.
