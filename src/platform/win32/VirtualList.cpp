@@ -1,5 +1,7 @@
 #include "platform/win32/VirtualList.h"
 
+#include <vector>
+
 #include "platform/win32/Colors.h"
 #include "platform/win32/Icons.h"
 #include "platform/win32/TextCalls.h"
@@ -158,6 +160,15 @@ ImageList::ImageList()
 
 void ImageList::Add(int iconResource) {
     const IconHandle icon = LoadProgramIcon(iconResource, width_, height_);
+    ::ImageList_ReplaceIcon(list_, -1, icon.Get());
+}
+
+void ImageList::AddBlank() {
+    const std::size_t rowBytes = (static_cast<std::size_t>(width_) + 15) / 16 * 2;
+    const std::vector<BYTE> transparent(rowBytes * static_cast<std::size_t>(height_), 0xFF);
+    const std::vector<BYTE> black(transparent.size(), 0);
+    const IconHandle icon(
+        ::CreateIcon(::GetModuleHandleA(nullptr), width_, height_, 1, 1, transparent.data(), black.data()));
     ::ImageList_ReplaceIcon(list_, -1, icon.Get());
 }
 

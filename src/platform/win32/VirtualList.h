@@ -62,6 +62,7 @@ class ImageList {
     ~ImageList() { ::ImageList_Destroy(list_); }
 
     void Add(int iconResource);
+    void AddBlank();
     HIMAGELIST Get() const { return list_; }
     int Width() const { return width_; }
 

@@ -6,7 +6,7 @@
 #include "platform/win32/ControlWindow.h"
 #include "platform/win32/DialogWindows.h"
 #include "platform/win32/Fonts.h"
-#include "platform/win32/FormMessages.h"
+#include "platform/win32/FormSupport.h"
 #include "platform/win32/Icons.h"
 #include "platform/win32/Resources.h"
 #include "platform/win32/TextCalls.h"

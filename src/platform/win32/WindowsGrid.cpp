@@ -13,6 +13,10 @@ namespace {
 constexpr WPARAM beforeFirst = static_cast<WPARAM>(-1);
 constexpr int noRow = -1;
 
+// Images. Rows without a picture show a blank one, so that all texts begin at the same place.
+constexpr int mainAccount = 0;
+constexpr int noPicture = 1;
+
 int HeaderFormat(Alignment alignment) {
     switch (alignment) {
         case Alignment::Center:
@@ -41,6 +45,7 @@ int ColumnFormat(Alignment alignment) {
 
 WindowsGrid::WindowsGrid(Grid& grid, HostWindow& host) : VirtualList(grid, host), grid_(grid) {
     images_.Add(KORVANTA_MAIN_ACCOUNT_ICON);
+    images_.AddBlank();
     CreateList(LVS_REPORT | LVS_SINGLESEL | LVS_NOSORTHEADER);
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images_.Get()));
     Stale();
@@ -238,7 +243,7 @@ std::u16string_view WindowsGrid::RowText(int row, int column) const {
 }
 
 int WindowsGrid::RowImage(int row) const {
-    return grid_.CellPicture(row + 1) ? 0 : ImageList::none;
+    return grid_.CellPicture(row + 1) ? mainAccount : noPicture;
 }
 
 }  // namespace korvanta

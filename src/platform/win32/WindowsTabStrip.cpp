@@ -8,6 +8,8 @@ namespace {
 
 using RegionHandle = Handle<GraphicsTraits<HRGN>>;
 
+constexpr int captionMargin = 90;  // twips
+
 bool Covers(const RECT& outer, const RECT& inner) {
     RECT common{};
     return ::IntersectRect(&common, &outer, &inner) != 0;
@@ -19,6 +21,8 @@ WindowsTabStrip::WindowsTabStrip(TabStrip& tabStrip, HostWindow& host)
     : ControlWindow(tabStrip, host), tabStrip_(tabStrip) {
     Create(WC_TABCONTROLW, TCS_TABS | WS_TABSTOP);
     theme_ = std::make_unique<TabTheme>(Window());
+    // What Windows leaves free around the captions does not grow with the resolution by itself.
+    Send(TCM_SETPADDING, 0, MAKELPARAM(UsedFonts().Pixels(captionMargin), UsedFonts().Pixels(captionMargin / 2)));
     ShowTabs();
 }
 
