@@ -12,6 +12,13 @@ Error NoMainAccount() {
     return {91, u"clsTLXAccounts", u"Object variable or With block variable not set"};
 }
 
+// Growing rehashes every account there is, which large lists feel when it happens at each doubling.
+void MakeRoom(AccountDictionary& dictionary) {
+    if (dictionary.size() == dictionary.bucket_count()) {
+        dictionary.reserve(dictionary.size() * 8);
+    }
+}
+
 Error NoAccounts() {
     return {99, u"clsTLXAccounts", u"No accounts loaded"};
 }
@@ -104,6 +111,7 @@ void clsTLXAccounts::ReadAccounts(const std::u16string& path) {
         while (!stream.AtEnd()) {
             auto account = std::make_shared<clsAccount>();
             account->StringForm(stream.ReadLineView());
+            MakeRoom(*structures_.dictionary);
             (*structures_.dictionary)[account->AccountID] = account;
             if (account->IsMain) {
                 AppendGroup(group);

@@ -43,7 +43,7 @@ TEST_F(ChargeRates, LinesAreValueAndDescriptionInFileOrder) {
 TEST_F(ChargeRates, LoadingPutsNewListsInPlace) {
     const auto before = rates.Descriptions();
     EXPECT_TRUE(Load(u"1\u0001One\r\n"));
-    EXPECT_EQ(before->ToString(), u"[Default]");
+    EXPECT_EQ(before->Item(0).Text(), u"Default");
     EXPECT_EQ(All(), u"[One=1]");
 }
 
