@@ -1,7 +1,5 @@
 #include "ui/clsTLXPrefs.h"
 
-#include <algorithm>
-
 #include "common/Conversion.h"
 #include "common/Error.h"
 #include "common/Text.h"
@@ -26,11 +24,9 @@ std::u16string JoinedIds(const List& list) {
     return Join(pieces, u",");
 }
 
-// A value goes into one line of the file: what would end the line or the field stays out.
+// A value goes into one line of the file: what would end the line stays out.
 std::u16string WithoutLineEnds(std::u16string value) {
-    value.erase(std::remove_if(value.begin(), value.end(),
-                               [](char16_t unit) { return unit == u'\r' || unit == u'\n' || unit == fieldSeparator; }),
-                value.end());
+    std::erase_if(value, [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
     return value;
 }
 
@@ -148,9 +144,13 @@ bool clsTLXPrefs::LoadPrefs(const std::u16string& path) {
 }
 
 bool clsTLXPrefs::StorePrefs(const std::u16string& path) {
-    Set(keyHistory, JoinedIds(*history_));
-    Set(keyPreferred, JoinedIds(*preferred_));
-    return WritePrefsFile(path);
+    try {
+        Set(keyHistory, JoinedIds(*history_));
+        Set(keyPreferred, JoinedIds(*preferred_));
+        return WritePrefsFile(path);
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 const std::u16string* clsTLXPrefs::Find(const std::u16string& key) const {

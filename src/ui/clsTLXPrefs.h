@@ -13,7 +13,7 @@ namespace korvanta {
 
 // What the account selection dialog remembers for the user between jobs and logons, in two copies of one file: on the
 // primary server's preferences share, and in the temporary folder for when the server cannot be read. Changes stay in
-// memory until Save. Nothing here raises.
+// memory until Save. Files that cannot be read or written raise nothing.
 class clsTLXPrefs {
   public:
     // `userName` as the files of the user are named: trimmed, in lower case. Reads the server's copy, else the local.
