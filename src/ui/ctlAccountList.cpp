@@ -55,8 +55,6 @@ void ctlAccountList::Clear() {
 void ctlAccountList::AddAccount(const clsAccount& account) {
     flxAccounts.Rows(flxAccounts.Rows() + 1);
     const int row = flxAccounts.Rows() - 1;
-    flxAccounts.Row(row);
-    flxAccounts.Col(columnIcon);
     if (account.IsMain) {
         flxAccounts.CellPicture(row, true);
         flxAccounts.Text(row, columnTitle, account.MainTitle);
@@ -69,9 +67,10 @@ void ctlAccountList::AddAccount(const clsAccount& account) {
     if (account.IsActive) {
         flxAccounts.Text(row, columnActive, u"1");
     } else {
-        flxAccounts.Col(columnTitle);
         flxAccounts.CellForeColor(row, inactiveColor);
     }
+    // Last, since whoever hears the Click may ask for the row's account.
+    flxAccounts.Row(row);
 }
 
 bool ctlAccountList::SelectedActive() const {
