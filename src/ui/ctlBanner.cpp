@@ -1,5 +1,7 @@
 #include "ui/ctlBanner.h"
 
+#include <algorithm>
+
 #include "common/Deployment.h"
 #include "common/Error.h"
 #include "common/TextStream.h"
@@ -11,6 +13,7 @@ constexpr int margin = 240;
 constexpr int lineHeight = 15;
 constexpr int titleTop = 90;
 constexpr int gap = 45;
+constexpr int linkSlack = 120;  // for rounding and the focus rectangle
 }  // namespace
 
 ctlBanner::ctlBanner(std::u16string name, const BannerServices& services)
@@ -22,7 +25,7 @@ ctlBanner::ctlBanner(std::u16string name, const BannerServices& services)
     lblLink.Clickable(true);
     lblLink.AccessKey(false);
     lblLink.Align(Alignment::Right);
-    for (Label* label : {&lblTitle, &lblDescription, &lblLink}) {
+    for (Label* label : {&lblTitle, &lblLink, &lblDescription}) {
         label->BackColor(systemColor::windowBackground);
         Add(*label);
     }
@@ -103,17 +106,22 @@ void ctlBanner::Shown() {
 void ctlBanner::Resized() {
     const Place place = Position();
     const int width = place.width;
-    Line1.Move({Line1.Position().left, Line1.Position().top, width - Line1.Position().left, lineHeight});
-    Line2.Move({Line2.Position().left, Line2.Position().top, width - Line2.Position().left, lineHeight});
+    for (Line* rule : {&Line1, &Line2}) {
+        const Place line = rule->Position();
+        rule->Move({line.left, line.top, std::max(width - line.left, 0), lineHeight});
+    }
 
-    const int linkWidth = services_.textMeasure.Width(lblLink.Caption(), false);
-    const int linkLeft = width - linkWidth - margin;
-    lblLink.Move({linkLeft, lblTitle.Position().top, linkWidth, services_.textMeasure.LineHeight(false)});
-
+    // An address may have any length; the title keeps its room.
     const Place title = lblTitle.Position();
-    lblTitle.Move({title.left, title.top, linkLeft - title.left - margin, title.height});
+    const int titleRoom = title.left + services_.textMeasure.Width(lblTitle.Caption(), true) + margin;
+    const int linkRoom = std::max(width - titleRoom - margin, 0);
+    const int linkWidth = std::min(services_.textMeasure.Width(lblLink.Caption(), false) + linkSlack, linkRoom);
+    const int linkLeft = width - linkWidth - margin;
+    lblLink.Move({linkLeft, title.top, linkWidth, services_.textMeasure.LineHeight(false)});
+    lblTitle.Move({title.left, title.top, std::max(linkLeft - margin - title.left, 0), title.height});
     const Place description = lblDescription.Position();
-    lblDescription.Move({description.left, description.top, width - description.left - margin, description.height});
+    lblDescription.Move(
+        {description.left, description.top, std::max(width - description.left - margin, 0), description.height});
 
     // One pixel below the lower rule, whatever height the form gave.
     Move({place.left, place.top, width, Line2.Position().top + lineHeight});
