@@ -69,16 +69,20 @@ void ComboBox::ListIndex(int index) {
 }
 
 void ComboBox::ListIndexFromScreen(int index) {
+    index = std::max(index, -1);
     if (index < static_cast<int>(items_.size()) && listIndex_ != index) {
-        listIndex_ = std::max(index, -1);
+        listIndex_ = index;
         Change.Raise();
     }
 }
 
 void ProgressBar::Maximum(int maximum) {
-    maximum_ = std::max(maximum, 1);
-    value_ = std::min(value_, maximum_);
-    Tell(Aspect::Content);
+    maximum = std::max(maximum, 1);
+    if (maximum_ != maximum) {
+        maximum_ = maximum;
+        value_ = std::min(value_, maximum_);
+        Tell(Aspect::Content);
+    }
 }
 
 void ProgressBar::Value(int value) {
@@ -98,8 +102,12 @@ void TabStrip::Tabs(std::vector<std::u16string> captions) {
 }
 
 void TabStrip::TabCaption(int tab, const std::u16string& caption) {
-    if (tab >= 1 && tab <= static_cast<int>(tabs_.size())) {
-        tabs_[static_cast<std::size_t>(tab) - 1] = caption;
+    if (tab < 1 || tab > static_cast<int>(tabs_.size())) {
+        return;
+    }
+    std::u16string& current = tabs_[static_cast<std::size_t>(tab) - 1];
+    if (current != caption) {
+        current = caption;
         Tell(Aspect::Content);
     }
 }

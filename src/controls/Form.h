@@ -35,6 +35,7 @@ class Form : public Container {
     // 0 without a peer.
     WindowId Window() const;
 
+    // Setting it again puts the form in front of what has come before it meanwhile.
     bool TopMost() const { return topMost_; }
     void TopMost(bool topMost);
     MousePointer Pointer() const { return pointer_; }

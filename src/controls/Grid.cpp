@@ -18,17 +18,26 @@ void Grid::Rows(int count) {
         blocks_.clear();
         blockUsed_ = 0;
         blockSize_ = 0;
-        topRow_ = 1;
     }
+    topRow_ = std::min(topRow_, std::max(count - 1, 1));
+    const bool currentWent = row_ >= count;
+    row_ = std::min(row_, count - 1);
     TellOfContent();
-    if (row_ >= count) {
-        Row(count - 1);
+    if (currentWent) {
+        TellOfSelection();
+        RowColChange.Raise();
     }
 }
 
 void Grid::Columns(int count) {
-    columns_ = std::clamp(count, 1, maximumColumns);
+    count = std::clamp(count, 1, maximumColumns);
+    if (count == columns_) {
+        return;
+    }
+    columns_ = count;
     TellOfContent();
+    selectionEnd_ = std::min(selectionEnd_, count - 1);
+    Col(std::min(column_, count - 1));
 }
 
 void Grid::Row(int row) {
@@ -36,9 +45,7 @@ void Grid::Row(int row) {
         return;
     }
     row_ = row;
-    if (redraw_) {
-        Tell(Aspect::Selection);
-    }
+    TellOfSelection();
     RowColChange.Raise();
 }
 
@@ -58,22 +65,22 @@ void Grid::ColSel(int column) {
 }
 
 std::u16string_view Grid::Text(int row, int column) const {
-    if (row < 0 || row >= Rows() || column < 0 || column >= columns_) {
+    if (!HasCell(row, column)) {
         return {};
     }
     if (row == 0) {
-        return headers_[column];
+        return Column(column).header;
     }
     const CellText& cell = rows_[static_cast<std::size_t>(row)].cells[column];
     return {cell.text, cell.length};
 }
 
 void Grid::Text(int row, int column, std::u16string_view text) {
-    if (row < 0 || row >= Rows() || column < 0 || column >= columns_) {
+    if (!HasCell(row, column) || Text(row, column) == text) {
         return;
     }
     if (row == 0) {
-        headers_[column] = text;
+        columnData_[column].header = text;
     } else {
         rows_[static_cast<std::size_t>(row)].cells[column] = {Store(text), static_cast<std::uint32_t>(text.size())};
     }
@@ -85,7 +92,7 @@ Color Grid::CellForeColor(int row) const {
 }
 
 void Grid::CellForeColor(int row, Color color) {
-    if (row > 0 && row < Rows()) {
+    if (row > 0 && row < Rows() && CellForeColor(row) != color) {
         rows_[static_cast<std::size_t>(row)].color = color;
         TellOfContent();
     }
@@ -96,15 +103,30 @@ bool Grid::CellPicture(int row) const {
 }
 
 void Grid::CellPicture(int row, bool picture) {
-    if (row > 0 && row < Rows()) {
+    if (row > 0 && row < Rows() && CellPicture(row) != picture) {
         rows_[static_cast<std::size_t>(row)].picture = picture;
         TellOfContent();
     }
 }
 
 void Grid::ColWidth(int column, int twips) {
-    columnWidths_[Checked(column)] = std::max(twips, 0);
-    Tell(Aspect::Place);
+    twips = std::max(twips, 0);
+    if (IsColumn(column) && columnData_[column].width != twips) {
+        columnData_[column].width = twips;
+        Tell(Aspect::Place);
+    }
+}
+
+void Grid::ColAlignment(int column, Alignment alignment) {
+    if (IsColumn(column)) {
+        columnData_[column].alignment = alignment;
+    }
+}
+
+void Grid::HeaderAlignment(int column, Alignment alignment) {
+    if (IsColumn(column)) {
+        columnData_[column].headerAlignment = alignment;
+    }
 }
 
 void Grid::Redraw(bool redraw) {
@@ -120,9 +142,7 @@ void Grid::Redraw(bool redraw) {
 
 void Grid::TopRow(int row) {
     topRow_ = std::clamp(row, 1, std::max(Rows() - 1, 1));
-    if (redraw_) {
-        Tell(Aspect::Selection);
-    }
+    TellOfSelection();
 }
 
 void Grid::HandleRow(int row) {
@@ -140,8 +160,9 @@ void Grid::HandleViewport(int topRow, int visibleRows) {
 
 const char16_t* Grid::Store(std::u16string_view text) {
     if (blockSize_ - blockUsed_ < text.size()) {
-        blockSize_ = std::max(textBlockSize, text.size());
-        blocks_.push_back(std::make_unique<char16_t[]>(blockSize_));
+        const std::size_t size = std::max(textBlockSize, text.size());
+        blocks_.push_back(std::make_unique<char16_t[]>(size));  // may raise: what the grid holds is still in order
+        blockSize_ = size;
         blockUsed_ = 0;
     }
     if (text.empty()) {
@@ -156,6 +177,12 @@ const char16_t* Grid::Store(std::u16string_view text) {
 void Grid::TellOfContent() {
     if (redraw_) {
         Tell(Aspect::Content);
+    }
+}
+
+void Grid::TellOfSelection() {
+    if (redraw_) {
+        Tell(Aspect::Selection);
     }
 }
 

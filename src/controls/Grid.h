@@ -24,7 +24,7 @@ class Grid : public Control {
     // The current row or column has changed, by whomever.
     Event<> RowColChange;
 
-    // At least 1, the header. New rows are empty; when rows go, the current row stays inside.
+    // At least 1, the header. New rows are empty; when rows go, the current row and the first one in view stay inside.
     int Rows() const { return static_cast<int>(rows_.size()); }
     void Rows(int count);
     int Columns() const { return columns_; }
@@ -38,6 +38,7 @@ class Grid : public Control {
     int ColSel() const { return selectionEnd_; }
     void ColSel(int column);
 
+    // The view holds until the cell is written or rows go.
     std::u16string_view Text(int row, int column) const;
     void Text(int row, int column, std::u16string_view text);
     // 0 is the grid's own text color.
@@ -48,12 +49,12 @@ class Grid : public Control {
     void CellPicture(int row, bool picture);
 
     // Twips; what is below 0 counts as 0.
-    int ColWidth(int column) const { return columnWidths_[Checked(column)]; }
+    int ColWidth(int column) const { return Column(column).width; }
     void ColWidth(int column, int twips);
-    Alignment ColAlignment(int column) const { return alignments_[Checked(column)]; }
-    void ColAlignment(int column, Alignment alignment) { alignments_[Checked(column)] = alignment; }
-    Alignment HeaderAlignment(int column) const { return headerAlignments_[Checked(column)]; }
-    void HeaderAlignment(int column, Alignment alignment) { headerAlignments_[Checked(column)] = alignment; }
+    Alignment ColAlignment(int column) const { return Column(column).alignment; }
+    void ColAlignment(int column, Alignment alignment);
+    Alignment HeaderAlignment(int column) const { return Column(column).headerAlignment; }
+    void HeaderAlignment(int column, Alignment alignment);
 
     // Off: the screen is left as it is until it is on again.
     bool Redraw() const { return redraw_; }
@@ -62,7 +63,7 @@ class Grid : public Control {
     // The first data row in view, 1 at least.
     int TopRow() const { return topRow_; }
     void TopRow(int row);
-    bool RowIsVisible(int row) const { return row >= topRow_ && row < topRow_ + visibleRows_; }
+    bool RowIsVisible(int row) const { return row >= topRow_ && row - topRow_ < visibleRows_; }
     int VisibleRows() const { return visibleRows_; }
 
     void HandleClick() { Click.Raise(); }
@@ -84,21 +85,26 @@ class Grid : public Control {
         bool picture = false;
     };
 
-    static std::size_t Checked(int column) {
-        return column >= 0 && column < maximumColumns ? static_cast<std::size_t>(column) : 0;
-    }
+    struct ColumnData {
+        int width = 0;
+        Alignment alignment = Alignment::Left;
+        Alignment headerAlignment = Alignment::Left;
+        std::u16string header;
+    };
+
+    static bool IsColumn(int column) { return column >= 0 && column < maximumColumns; }
+    const ColumnData& Column(int column) const { return columnData_[IsColumn(column) ? column : maximumColumns]; }
+    bool HasCell(int row, int column) const { return row >= 0 && row < Rows() && column >= 0 && column < columns_; }
     const char16_t* Store(std::u16string_view text);
     void TellOfContent();
+    void TellOfSelection();
 
     std::vector<RowData> rows_ = std::vector<RowData>(1);
     // Cell texts lie one behind the other in these blocks and are given back together, when only the header is left.
     std::vector<std::unique_ptr<char16_t[]>> blocks_;
     std::size_t blockUsed_ = 0;
     std::size_t blockSize_ = 0;
-    std::u16string headers_[maximumColumns];
-    int columnWidths_[maximumColumns] = {};
-    Alignment alignments_[maximumColumns] = {};
-    Alignment headerAlignments_[maximumColumns] = {};
+    ColumnData columnData_[maximumColumns + 1];  // the last one is what a column outside the grid is like
     int columns_ = 1;
     int row_ = 0;
     int column_ = 0;
