@@ -17,8 +17,8 @@ endforeach()
 # Under Wine, alone: they wait for windows, and a busy machine would only make them slow.
 set(run_system_tests ${CMAKE_SOURCE_DIR}/tests/system/run-system-tests)
 add_test(NAME "system: the services of Windows"
-         COMMAND ${run_system_tests} --folder ${CMAKE_BINARY_DIR}/services-tests --parts 1
-                 ${KORVANTA_WINDOWS_BUILD}/bin/services_tests.exe ${client_program})
+         COMMAND ${CMAKE_SOURCE_DIR}/tests/system/services/run-services-tests
+                 --folder ${CMAKE_BINARY_DIR}/services-tests ${KORVANTA_WINDOWS_BUILD}/bin/services_tests.exe)
 add_test(NAME "system: the finished client"
          COMMAND ${run_system_tests} --folder ${CMAKE_BINARY_DIR}/system-tests
                  ${KORVANTA_WINDOWS_BUILD}/bin/system_tests.exe ${client_program})

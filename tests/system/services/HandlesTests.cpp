@@ -4,7 +4,6 @@
 #include "platform/win32/Handles.h"
 #include "platform/win32/SystemHandle.h"
 #include "platform/win32/WindowsMutex.h"
-#include "platform/win32/WindowsSpooler.h"
 #include "platform/win32/WindowsWaitableHandles.h"
 
 namespace korvanta {
@@ -135,36 +134,6 @@ TEST(MutexTests, AMillionCostNeitherHandlesNorSeconds) {
     }
     EXPECT_LT(::GetTickCount() - start, 3000U);
     EXPECT_EQ(Event(false).Get(), before);
-}
-
-TEST(SpoolerTests, AMissingPrinterCannotBeOpened) {
-    WindowsSpooler spooler;
-    PrinterHandle handle = 5;
-    EXPECT_FALSE(spooler.OpenPrinter(u"\\\\SRVMISSING\\No such printer", handle));
-    EXPECT_EQ(handle, 0);
-    EXPECT_NE(spooler.LastError(), 0U);
-}
-
-TEST(SpoolerTests, ABadHandleFailsEverywhere) {
-    WindowsSpooler spooler;
-    std::vector<std::uint32_t> words(10);
-    std::uint32_t needed = 0;
-    std::uint32_t returned = 0;
-    EXPECT_EQ(spooler.EnumJobs(0, 0, 0xFFFFFFFF, words, 40, needed, returned), 0);
-    EXPECT_EQ(returned, 0U);
-    EXPECT_EQ(spooler.SetJob(0, 1, cancelJobCommand), 0);
-    EXPECT_FALSE(spooler.ClosePrinter(0));
-    EXPECT_EQ(spooler.LastError(), static_cast<std::uint32_t>(ERROR_INVALID_HANDLE));
-    const ChangeHandle change = spooler.FindFirstChange(0, 0x100);
-    EXPECT_TRUE(change == 0 || change == -1);
-    EXPECT_EQ(spooler.FindNextChange(0), 0);
-}
-
-TEST(SpoolerTests, ATextIsReadAtItsAddressInTheCodePage) {
-    WindowsSpooler spooler;
-    const char text[] = "R\xe9sum\xe9\0behind";
-    EXPECT_EQ(spooler.TextAt(static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(text))), u"Résumé");
-    EXPECT_EQ(spooler.TextAt(0), u"");
 }
 
 }  // namespace
