@@ -33,10 +33,11 @@ class IServerInterface {
     std::u16string GetJobCounter() {
         return Guarded([&] { return IServerInterface_GetJobCounter(); });
     }
-    // The current user's notification file for that job. Over HTTP a server that does not answer counts as having it.
+    // The current user's notification file for that job.
     std::u16string GetJobNotificationFile(std::int32_t jobId) {
         return Guarded([&] { return IServerInterface_GetJobNotificationFile(jobId); });
     }
+    // Whether that file is there. Over HTTP a server that does not answer counts as having it.
     bool TestJobNotificationFile(std::int32_t jobId) {
         return Guarded([&] { return IServerInterface_TestJobNotificationFile(jobId); });
     }
