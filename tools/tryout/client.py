@@ -2,6 +2,7 @@
 
 import os
 import subprocess
+import tempfile
 
 
 class ClientError(Exception):
@@ -27,11 +28,17 @@ class Client:
 
     def drive(self, *arguments):
         """Runs a command of clientdriver.exe; raises ClientError when it fails."""
-        result = subprocess.run(["wine", self._driver, *arguments], capture_output=True, text=True, errors="replace",
-                                stdin=subprocess.DEVNULL, check=False)
-        if result.returncode != 0:
-            self.check_running()
-            raise ClientError(f"The client does not do it: {' '.join(arguments)}. {result.stderr.strip()}".rstrip())
+        # Into a file and not a pipe: what Wine starts along with a program holds a pipe open long after its end.
+        with tempfile.TemporaryFile("w+", errors="replace") as errors:
+            try:
+                code = subprocess.run(["wine", self._driver, *arguments], stdin=subprocess.DEVNULL, stderr=errors,
+                                      stdout=subprocess.DEVNULL, timeout=90, check=False).returncode
+            except subprocess.TimeoutExpired:
+                code = -1
+            if code != 0:
+                self.check_running()
+                errors.seek(0)
+                raise ClientError(f"The client does not do it: {' '.join(arguments)}. {errors.read().strip()}".rstrip())
 
     def check_running(self):
         if self._process.poll() is not None:
