@@ -19,9 +19,7 @@ class Client:
         self.trace_log = os.path.join(os.path.dirname(program), "tlxlog.txt")
 
     def start(self, *arguments):
-        """Starts it, with an empty trace log, and waits until it watches the servers."""
-        if os.path.exists(self.trace_log):
-            os.remove(self.trace_log)
+        """Starts it and waits until it watches the servers."""
         self._process = subprocess.Popen(["wine", self._program, *arguments], stdin=subprocess.DEVNULL,
                                          stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.drive("wait-monitoring", "--seconds", "30")
