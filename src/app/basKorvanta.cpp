@@ -133,8 +133,8 @@ bool basKorvanta::AskForPrimaryServer() {
         primaryServerName_ = dialog.txtServer.Text();
         registrySettings_.TLXPrimaryServer(primaryServerName_);
     } else {
-        platform_.messageBoxes.Show(messages_.Text(u"lblPrimaryServerUnknown"),
-                                    messages_.Text(u"lblMessageBoxTitle"), MessageButtons::OK, MessageIcon::None);
+        platform_.messageBoxes.Show(messages_.Text(u"lblPrimaryServerUnknown"), messages_.Text(u"lblMessageBoxTitle"),
+                                    MessageButtons::OK, MessageIcon::None);
     }
     dialog.Unload(CloseReason::Code);
     dialog.Detach();

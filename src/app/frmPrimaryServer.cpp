@@ -51,6 +51,7 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, Translator& translator, c
 void frmPrimaryServer::OnLoad() {
     translator_.Translate(*this);
     ctlBanner1.Shown();
+    txtServer.TakeFocus();
 }
 
 void frmPrimaryServer::OnResize() {
@@ -77,7 +78,12 @@ bool frmPrimaryServer::OnQueryUnload(CloseReason reason) {
         return true;
     }
     Cancel();
-    return reason == CloseReason::WindowsSession;
+    if (reason != CloseReason::WindowsSession) {
+        return false;
+    }
+    // Nobody is left to read why the program does not go on.
+    platform_.messageLoop.Quit();
+    return true;
 }
 
 void frmPrimaryServer::OK() {
