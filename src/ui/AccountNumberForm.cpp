@@ -64,9 +64,9 @@ void AccountNumberForm::SetCaptions() {
     tabView.Tabs({u"All accounts", u"Preferred", u"Recent"});
     lblSearch.Caption(u"&Search:");
     chkRememberSearch.Caption(u"Re&member search");
-    lblAddPreferred.Caption(u"&Add selected account to preferred list");
+    lblAddPreferred.Caption(u"Add selected account to preferred list");
     lblPreferredList.Caption(u"Preferred list");
-    lblRemovePreferred.Caption(u"&Remove selected account from preferred list");
+    lblRemovePreferred.Caption(u"Remove selected account from preferred list");
     lblMoveUp.Caption(u"Move &up");
     lblMoveDown.Caption(u"Move &down");
     lblComment.Caption(u"&Comment:");

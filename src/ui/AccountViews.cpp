@@ -11,16 +11,31 @@ constexpr std::int32_t quietTicksBeforeSearch = 6;
 constexpr std::int32_t quietTicksAfterEnter = 5;
 constexpr std::int32_t groupsBetweenMessages = 5;
 
-// Counts one more fill under way while it lives.
-class Filling {
+// Empties a list and keeps it from the screen while it is filled.
+class ListFill {
   public:
-    explicit Filling(int& count) : count_(count) { ++count_; }
-    ~Filling() { --count_; }
-    Filling(const Filling&) = delete;
-    Filling& operator=(const Filling&) = delete;
+    explicit ListFill(ctlAccountList& list) : list_(list) {
+        list_.Clear();
+        list_.Redraw(false);
+    }
+    ~ListFill() { list_.Redraw(true); }
+    ListFill(const ListFill&) = delete;
+    ListFill& operator=(const ListFill&) = delete;
 
   private:
-    int& count_;
+    ctlAccountList& list_;
+};
+
+class Hourglass {
+  public:
+    explicit Hourglass(Form& form) : form_(form), before_(form.Pointer()) { form_.Pointer(MousePointer::Hourglass); }
+    ~Hourglass() { form_.Pointer(before_); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+  private:
+    Form& form_;
+    MousePointer before_;
 };
 
 }  // namespace
@@ -77,8 +92,7 @@ bool AccountViews::LoadAccounts() {
 // newer fill has taken it over.
 class AccountViews::AllFill {
   public:
-    explicit AllFill(AccountViews& views)
-        : views_(views), form_(views.form_), number_(++views.fillNumber_), filling_(views.filling_) {
+    explicit AllFill(AccountViews& views) : views_(views), form_(views.form_), number_(++views.fillNumber_) {
         form_.ctlAccountListAll.Clear();
         form_.ctlAccountListAll.Redraw(false);
         form_.prgSearch.Value(0);
@@ -103,7 +117,6 @@ class AccountViews::AllFill {
     AccountViews& views_;
     AccountNumberForm& form_;
     std::uint32_t number_;
-    Filling filling_;
 };
 
 void AccountViews::FillAll() {
@@ -179,9 +192,7 @@ void AccountViews::FillPreferred() {
     const std::shared_ptr<const AccountDictionary> accounts = accounts_.AccountDict();
     ctlAccountList& list = form_.ctlAccountListPreferred;
     {
-        const Filling filling(filling_);
-        list.Clear();
-        list.Redraw(false);
+        const ListFill fill(list);
         for (const Variant& id : prefs_.Preferred()->Items()) {
             const auto found = accounts->find(id.Integer());
             if (found != accounts->end()) {
@@ -191,7 +202,6 @@ void AccountViews::FillPreferred() {
                 prefs_.RemovePreferred(id.Integer());
             }
         }
-        list.Redraw(true);
     }
     list.SelectedID(prefs_.GetLastSelectedAccount());
 }
@@ -200,9 +210,7 @@ void AccountViews::FillRecent() {
     const std::shared_ptr<const AccountDictionary> accounts = accounts_.AccountDict();
     ctlAccountList& list = form_.ctlAccountListRecent;
     {
-        const Filling filling(filling_);
-        list.Clear();
-        list.Redraw(false);
+        const ListFill fill(list);
         const std::vector<Variant> history = prefs_.History()->Items();
         for (auto id = history.rbegin(); id != history.rend(); ++id) {
             const auto found = accounts->find(id->Integer());
@@ -210,7 +218,6 @@ void AccountViews::FillRecent() {
                 list.AddAccount(*found->second);
             }
         }
-        list.Redraw(true);
     }
     list.SelectedID(prefs_.GetLastSelectedAccount());
 }
@@ -229,12 +236,14 @@ void AccountViews::ShowTab(int tab) {
     form_.fraAllAccounts.Visible(tab == tabAll);
     form_.fraPreferred.Visible(tab == tabPreferred);
     form_.fraRecent.Visible(tab == tabRecent);
-    accountSelected_(CurrentList().SelectedID());
+    ListClicked(CurrentList());
     prefs_.LastTab(static_cast<std::int16_t>(tab));
 }
 
 void AccountViews::RestoreTabAndSearch() {
     form_.tabView.Selected(prefs_.LastTab());
+    // The tab that was there already says nothing of its own.
+    ShowTab(form_.tabView.Selected());
     if (prefs_.LastSearchRemember()) {
         form_.chkRememberSearch.Value(true);
         form_.txtSearch.Text(prefs_.LastSearchString());
@@ -310,8 +319,9 @@ void AccountViews::SearchTick() {
     }
 }
 
+// The rows of a list that is being filled are no choice of the user's.
 void AccountViews::ListClicked(ctlAccountList& list) {
-    if (filling_ == 0 && &list == &CurrentList()) {
+    if (list.Redraw() && &list == &CurrentList()) {
         accountSelected_(list.SelectedID());
     }
 }
@@ -320,7 +330,8 @@ void AccountViews::AddSelected() {
     const std::int32_t id = form_.ctlAccountListAll.SelectedID();
     if (id > 0) {
         prefs_.AddPreferred(id);
-        UnderHourglass(&AccountViews::FillPreferred);
+        const Hourglass hourglass(form_);
+        FillPreferred();
     }
 }
 
@@ -328,7 +339,8 @@ void AccountViews::RemoveSelected() {
     const std::int32_t id = form_.ctlAccountListPreferred.SelectedID();
     if (id > 0) {
         prefs_.RemovePreferred(id);
-        UnderHourglass(&AccountViews::FillPreferred);
+        const Hourglass hourglass(form_);
+        FillPreferred();
     }
 }
 
@@ -356,12 +368,6 @@ void AccountViews::MoveUp() {
 
 void AccountViews::MoveDown() {
     MoveSelected(1);
-}
-
-void AccountViews::UnderHourglass(void (AccountViews::*fill)()) {
-    form_.Pointer(MousePointer::Hourglass);
-    (this->*fill)();
-    form_.Pointer(MousePointer::Default);
 }
 
 }  // namespace korvanta

@@ -55,8 +55,6 @@ class AccountViews {
     void MoveUp();
     void MoveDown();
     void MoveSelected(int direction);
-    // Runs the fill under the wait cursor.
-    void UnderHourglass(void (AccountViews::*fill)());
 
     AccountNumberForm& form_;
     clsTLXAccounts& accounts_;
@@ -69,7 +67,6 @@ class AccountViews {
     bool searchAbort_ = false;
     std::int32_t quietTicks_ = 0;
     bool loadFailed_ = false;
-    int filling_ = 0;  // lists being filled now, which is no time to react to their clicks
     std::uint32_t fillNumber_ = 0;
     std::shared_ptr<List> shownAccounts_;  // what the all-accounts view shows in full, for shownSearch_
     std::u16string shownSearch_;

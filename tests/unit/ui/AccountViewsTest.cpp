@@ -1,0 +1,463 @@
+#include "unit/ui/DialogFixture.h"
+
+namespace korvanta {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr int ticksBeforeSearch = 7;
+
+class AccountViewsTest : public DialogFixture {
+  protected:
+    // Ticks until the all-accounts view lists exactly these; 0 when a second does not do.
+    int TicksUntil(const std::vector<std::int32_t>& ids) {
+        for (int ticks = 1; ticks <= 10; ++ticks) {
+            SearchTicks(1);
+            if (AllIds() == ids) {
+                return ticks;
+            }
+        }
+        return 0;
+    }
+    void Search(const std::u16string& text) {
+        Type(text);
+        SearchTicks(ticksBeforeSearch);
+    }
+    void ChooseTab(int tab) { Dialog().tabView.HandleSelected(tab); }
+    void SetPreferred(const std::vector<std::int32_t>& ids) {
+        for (const std::int32_t id : ids) {
+            Prefs().AddPreferred(id);
+        }
+    }
+    std::vector<std::int32_t> Preferred() { return Numbers(*Prefs().Preferred()); }
+    std::vector<std::int32_t> PreferredRows() { return Ids(Dialog().ctlAccountListPreferred); }
+    std::vector<std::int32_t> RecentRows() { return Ids(Dialog().ctlAccountListRecent); }
+    int Fills() {
+        int fills = 0;
+        for (const Aspect aspect : peers.Of(Dialog().prgSearch).changes) {
+            fills += aspect == Aspect::Visible ? 1 : 0;
+        }
+        return fills / 2;
+    }
+};
+
+}  // namespace
+
+TEST_F(AccountViewsTest, WithoutSearchTextEveryGroupIsListedInFileOrder) {
+    Dialog().PreLoadAccounts();
+    EXPECT_THAT(AllIds(), ElementsAre(1, 11, 12, 2, 21, 3, 4, 5, 6));
+    ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, TypingTwoLettersQuicklyRunsOneSearchOnTheSeventhTickAfterTheSecond) {
+    Dialog().PreLoadAccounts();
+    const int before = Fills();
+    Type(u"n");
+    SearchTicks(6);
+    EXPECT_EQ(Fills(), before);
+    Type(u"no");
+    EXPECT_EQ(TicksUntil({1, 11}), 7);
+    EXPECT_EQ(Fills(), before + 1);
+    SearchTicks(20);
+    EXPECT_EQ(Fills(), before + 1);
+}
+
+TEST_F(AccountViewsTest, EnterRunsTheSearchOnTheSecondTickAndIsSwallowed) {
+    Dialog().PreLoadAccounts();
+    Type(u"no");
+    EXPECT_TRUE(Dialog().txtSearch.HandleKeyDown(Key::Enter));
+    EXPECT_EQ(TicksUntil({1, 11}), 2);
+    EXPECT_EQ(NotificationCount(), 0U);
+}
+
+TEST_F(AccountViewsTest, EnterAlsoHurriesASearchThatHasWaitedLess) {
+    Dialog().PreLoadAccounts();
+    Type(u"no");
+    SearchTicks(3);
+    Dialog().txtSearch.HandleKeyDown(Key::Enter);
+    EXPECT_EQ(TicksUntil({1, 11}), 2);
+}
+
+TEST_F(AccountViewsTest, ASearchForTheParentListsAllItsSubAccountsAndOneForASubAccountThatOneAlone) {
+    Dialog().PreLoadAccounts();
+    Search(u"ales");
+    EXPECT_THAT(AllIds(), ElementsAre(1, 11, 12));
+    Search(u"outh");
+    EXPECT_THAT(AllIds(), ElementsAre(1, 12));
+    Search(u"nothing like it");
+    EXPECT_THAT(AllIds(), IsEmpty());
+    Search(u"");
+    EXPECT_EQ(AllIds().size(), 9U);
+    ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, ASearchIgnoresLetterCase) {
+    WriteAccounts({Main(1, u"Sales"), Main(2, u"\u00C4rzte"), Main(3, u"\u0416\u0423\u041A")});
+    Dialog().PreLoadAccounts();
+    Search(u"SALES");
+    EXPECT_THAT(AllIds(), ElementsAre(1));
+    Search(u"\u00E4RZ");
+    EXPECT_THAT(AllIds(), ElementsAre(2));
+    Search(u"\u0436\u0443\u043A");
+    EXPECT_THAT(AllIds(), ElementsAre(3));
+}
+
+// The parent's title in a sub-account's own line counts: such a group is listed, though only with its main account.
+TEST_F(AccountViewsTest, AHitInASubAccountsMainTitleListsTheGroupButNotTheSubAccountsWithoutAHit) {
+    WriteAccounts({Main(1, u"Sales"), Sub(11, u"Old name", u"North"), Sub(12, u"Sales", u"South")});
+    Dialog().PreLoadAccounts();
+    Search(u"old");
+    EXPECT_THAT(AllIds(), ElementsAre(1));
+}
+
+TEST_F(AccountViewsTest, OddSearchTextsFindExactlyWhatHoldsThem) {
+    const std::u16string lone{u'A', 0xD800, u'B'};
+    const std::u16string nul{u'C', u'\0', u'D'};
+    WriteAccounts(
+        {Main(1, lone), Main(2, nul), Main(3, u"R&D"), Main(4, u"plain"), Main(5, std::u16string(60'000, u'z'))});
+    Dialog().PreLoadAccounts();
+    Search(std::u16string{0xD800});
+    EXPECT_THAT(AllIds(), ElementsAre(1));
+    Search(std::u16string{u'\0'});
+    EXPECT_THAT(AllIds(), ElementsAre(2));
+    Search(u"&");
+    EXPECT_THAT(AllIds(), ElementsAre(3));
+    Search(std::u16string(50'000, u'Z'));
+    EXPECT_THAT(AllIds(), ElementsAre(5));
+    Search(u"\r\n");
+    EXPECT_THAT(AllIds(), IsEmpty());
+}
+
+TEST_F(AccountViewsTest, ARunningSearchShowsItsProgressTakesTheWaitCursorAndDisablesOK) {
+    WriteAccounts(ManyAccounts(100));
+    bool looked = false;
+    int last = -1;
+    platform.messageLoop.onRunPendingOften = [&] {
+        looked = true;
+        EXPECT_TRUE(Dialog().prgSearch.Visible());
+        EXPECT_EQ(Dialog().prgSearch.Maximum(), 100);
+        EXPECT_GT(Dialog().prgSearch.Value(), last);
+        last = Dialog().prgSearch.Value();
+        EXPECT_EQ(last % 5, 0);
+        EXPECT_EQ(Dialog().Pointer(), MousePointer::Hourglass);
+        EXPECT_FALSE(Dialog().cmdOK.Enabled());
+        EXPECT_FALSE(Dialog().ctlAccountListAll.Redraw());
+    };
+    Dialog().PreLoadAccounts();
+    EXPECT_TRUE(looked);
+    EXPECT_EQ(platform.messageLoop.oftenRuns, 20);
+    ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, TypingAbortsARunningSearchAndStartsAnotherFromTheTimer) {
+    WriteAccounts(ManyAccounts(100));
+    Dialog().PreLoadAccounts();
+    Type(u"account");
+    bool typed = false;
+    platform.messageLoop.onRunPendingOften = [&] {
+        if (!typed) {
+            typed = true;
+            Type(u"1099");
+        }
+    };
+    SearchTicks(ticksBeforeSearch);
+    EXPECT_TRUE(typed);
+    EXPECT_LT(AllIds().size(), 30U);
+    ExpectWhole();
+    EXPECT_EQ(TicksUntil({1099, 1'000'099}), 7);
+    ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, TheAccountChosenLastIsSelectedInEveryViewThatListsItAndTheFirstRowOtherwise) {
+    SetPreferred({21, 12});
+    Prefs().SetLastSelectedAccount(1);
+    Prefs().SetLastSelectedAccount(12);
+    Dialog().PreLoadAccounts();
+    EXPECT_EQ(Dialog().ctlAccountListAll.SelectedID(), 12);
+    EXPECT_EQ(Dialog().ctlAccountListPreferred.SelectedID(), 12);
+    EXPECT_EQ(Dialog().ctlAccountListRecent.SelectedID(), 12);
+    Search(u"research");
+    EXPECT_EQ(Dialog().ctlAccountListAll.SelectedID(), 2);
+}
+
+TEST_F(AccountViewsTest, AUserWithoutHistoryStandsOnTheFirstRow) {
+    Dialog().PreLoadAccounts();
+    EXPECT_EQ(Dialog().ctlAccountListAll.SelectedID(), 1);
+    EXPECT_EQ(Dialog().ctlAccountListRecent.SelectedID(), -1);
+}
+
+TEST_F(AccountViewsTest, TheRecentViewListsTheNewestFirstAndSkipsButKeepsUnknownAccounts) {
+    for (const std::int32_t id : {1, 99, 12, 2}) {
+        Prefs().SetLastSelectedAccount(id);
+    }
+    Dialog().PreLoadAccounts();
+    EXPECT_THAT(RecentRows(), ElementsAre(2, 12, 1));
+    EXPECT_THAT(Numbers(*Prefs().History()), ElementsAre(1, 99, 12, 2));
+}
+
+TEST_F(AccountViewsTest, AnUnknownPreferredAccountGoesWithANonEmptyListAndStaysWithAnEmptyOne) {
+    SetPreferred({99, 21, 98, 1});
+    files.RemoveFile(accountsFile);
+    Dialog().PreLoadAccounts();
+    Offer(1);
+    EXPECT_THAT(Preferred(), ElementsAre(99, 21, 98, 1));
+    WriteAccounts(StandardAccounts());
+    Offer(2);
+    EXPECT_THAT(Preferred(), ElementsAre(21, 1));
+    EXPECT_THAT(PreferredRows(), ElementsAre(21, 1));
+}
+
+TEST_F(AccountViewsTest, AListThatCouldNotBeReadWholeTakesNoPreferredAccountAway) {
+    Lines lines = StandardAccounts();
+    Dialog().PreLoadAccounts();
+    SetPreferred({21, 1});
+    WriteAccounts({lines[0], u"no account at all"});
+    files.RemoveFile(u"C:\\Temp\\tlxact.txt");
+    Offer(1);
+    Select(Dialog().ctlAccountListAll, 1);
+    Dialog().lblAddPreferred.HandleClick();
+    EXPECT_THAT(Preferred(), ElementsAre(21, 1));
+}
+
+TEST_F(AccountViewsTest, AddingTheSelectedAccountShowsItInThePreferredView) {
+    Dialog().PreLoadAccounts();
+    SelectAll(12);
+    Dialog().lblAddPreferred.HandleClick();
+    SelectAll(2);
+    Dialog().lblAddPreferred.HandleClick();
+    Dialog().lblAddPreferred.HandleClick();
+    EXPECT_THAT(Preferred(), ElementsAre(12, 2));
+    EXPECT_THAT(PreferredRows(), ElementsAre(12, 2));
+    ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, AnIdOfZeroOrBelowIsNotAddedToTheKeptOnes) {
+    WriteAccounts({Main(0, u"Zero"), Main(-5, u"Negative"), Main(7, u"Seven")});
+    Dialog().PreLoadAccounts();
+    SelectAll(0);
+    Dialog().lblAddPreferred.HandleClick();
+    SelectAll(-5);
+    Dialog().lblAddPreferred.HandleClick();
+    EXPECT_THAT(Preferred(), IsEmpty());
+}
+
+TEST_F(AccountViewsTest, NothingIsAddedRemovedOrMovedWithoutASelection) {
+    WriteAccounts({});
+    Dialog().PreLoadAccounts();
+    SetPreferred({1, 2});
+    for (Label* label :
+         {&Dialog().lblAddPreferred, &Dialog().lblRemovePreferred, &Dialog().lblMoveUp, &Dialog().lblMoveDown}) {
+        label->HandleClick();
+    }
+    EXPECT_THAT(Preferred(), ElementsAre(1, 2));
+    ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, RemovingTheSelectedAccountTakesItFromThePreferredView) {
+    SetPreferred({1, 12, 2});
+    Dialog().PreLoadAccounts();
+    Select(Dialog().ctlAccountListPreferred, 12);
+    Dialog().lblRemovePreferred.HandleClick();
+    EXPECT_THAT(Preferred(), ElementsAre(1, 2));
+    EXPECT_THAT(PreferredRows(), ElementsAre(1, 2));
+    ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, AMovedAccountStaysSelected) {
+    SetPreferred({1, 12, 2});
+    Dialog().PreLoadAccounts();
+    Select(Dialog().ctlAccountListPreferred, 12);
+    Dialog().lblMoveUp.HandleClick();
+    EXPECT_THAT(Preferred(), ElementsAre(12, 1, 2));
+    EXPECT_THAT(PreferredRows(), ElementsAre(12, 1, 2));
+    EXPECT_EQ(Dialog().ctlAccountListPreferred.SelectedID(), 12);
+    Dialog().lblMoveDown.HandleClick();
+    Dialog().lblMoveDown.HandleClick();
+    EXPECT_THAT(PreferredRows(), ElementsAre(1, 2, 12));
+    EXPECT_EQ(Dialog().ctlAccountListPreferred.SelectedID(), 12);
+}
+
+TEST_F(AccountViewsTest, MovingTheFirstUpOrTheLastDownChangesNothing) {
+    SetPreferred({1, 12, 2});
+    Dialog().PreLoadAccounts();
+    Select(Dialog().ctlAccountListPreferred, 1);
+    Dialog().lblMoveUp.HandleClick();
+    EXPECT_THAT(Preferred(), ElementsAre(1, 12, 2));
+    Select(Dialog().ctlAccountListPreferred, 2);
+    Dialog().lblMoveDown.HandleClick();
+    EXPECT_THAT(Preferred(), ElementsAre(1, 12, 2));
+    EXPECT_EQ(Dialog().ctlAccountListPreferred.SelectedID(), 2);
+}
+
+TEST_F(AccountViewsTest, ANewOrderIsWrittenWithTheNextCancel) {
+    SetPreferred({1, 12});
+    Offer(1);
+    Select(Dialog().ctlAccountListPreferred, 12);
+    Dialog().lblMoveUp.HandleClick();
+    EXPECT_FALSE(files.Has(prefsFile));
+    PressCancel();
+    EXPECT_NE(files.ReadUtf16(prefsFile).find(u"preferred\u000112,1\r\n"), std::u16string::npos);
+}
+
+TEST_F(AccountViewsTest, ATabShowsItsFrameAloneAndIsRemembered) {
+    Dialog().PreLoadAccounts();
+    for (const int tab : {2, 3, 1, 3}) {
+        ChooseTab(tab);
+        EXPECT_EQ(Dialog().fraAllAccounts.Visible(), tab == 1);
+        EXPECT_EQ(Dialog().fraPreferred.Visible(), tab == 2);
+        EXPECT_EQ(Dialog().fraRecent.Visible(), tab == 3);
+        EXPECT_EQ(Prefs().LastTab(), tab);
+    }
+}
+
+TEST_F(AccountViewsTest, ATabAppliesTheRulesOfTheAccountSelectedInItsList) {
+    SetPreferred({4});
+    Prefs().SetLastSelectedAccount(6);
+    Dialog().PreLoadAccounts();
+    SelectAll(1);
+    EXPECT_FALSE(Dialog().txtComment.Enabled());
+    ChooseTab(2);
+    EXPECT_TRUE(Dialog().txtComment.Enabled());
+    EXPECT_TRUE(Dialog().chkInvoice.Enabled());
+    ChooseTab(3);
+    EXPECT_FALSE(Dialog().txtComment.Enabled());
+    EXPECT_FALSE(Dialog().chkInvoice.Enabled());
+    EXPECT_TRUE(Dialog().chkInvoice.Value());
+    ChooseTab(1);
+    EXPECT_TRUE(Dialog().chkInvoice.Enabled());
+}
+
+TEST_F(AccountViewsTest, ShowingTheDialogRestoresTheTabAndTheRememberedSearch) {
+    files.WriteUtf16(
+        prefsFile, u"lasttab\u00013\r\nlastsearchremember\u00011\r\nlastsearchstring\u0001north\r\nhistory\u00011\r\n");
+    Offer(1);
+    EXPECT_EQ(Dialog().tabView.Selected(), 3);
+    EXPECT_TRUE(Dialog().fraRecent.Visible());
+    EXPECT_TRUE(Dialog().chkRememberSearch.Value());
+    EXPECT_EQ(Dialog().txtSearch.Text(), u"north");
+    EXPECT_THAT(AllIds(), ElementsAre(1, 11));
+    SearchTicks(20);
+    EXPECT_THAT(AllIds(), ElementsAre(1, 11));
+}
+
+TEST_F(AccountViewsTest, ShowingTheDialogEmptiesASearchThatIsNotRemembered) {
+    files.WriteUtf16(prefsFile, u"lastsearchremember\u00010\r\nlastsearchstring\u0001north\r\n");
+    Dialog().PreLoadAccounts();
+    Dialog().chkRememberSearch.HandleClick(true);
+    Search(u"south");
+    Offer(1);
+    EXPECT_FALSE(Dialog().chkRememberSearch.Value());
+    EXPECT_EQ(Dialog().txtSearch.Text(), u"");
+    EXPECT_EQ(AllIds().size(), 9U);
+}
+
+TEST_F(AccountViewsTest, TheTabThatIsShownIsStoredEvenWhenItDidNotChange) {
+    Offer(1);
+    PressCancel();
+    EXPECT_TRUE(files.ReadUtf16(prefsFile).starts_with(u"lasttab\u00011\r\n"));
+}
+
+TEST_F(AccountViewsTest, ATabThatIsNoneLeavesTheTabThatIsShown) {
+    for (const char16_t* tab : {u"99", u"0", u"-1", u"word", u"99999999999"}) {
+        files.WriteUtf16(prefsFile, std::u16string(u"lasttab\u0001") + tab + u"\r\n");
+        Offer(1);
+        EXPECT_EQ(Dialog().tabView.Selected(), 1);
+        EXPECT_TRUE(Dialog().fraAllAccounts.Visible());
+        ExpectWhole();
+        PressCancel();
+    }
+}
+
+TEST_F(AccountViewsTest, TheKeyboardWalksTheListFromTheSearchBox) {
+    WriteAccounts(ManyAccounts(50));
+    Dialog().PreLoadAccounts();
+    ctlAccountList& list = Dialog().ctlAccountListAll;
+    list.flxAccounts.HandleViewport(1, 10);
+    TextBox& search = Dialog().txtSearch;
+    EXPECT_TRUE(search.HandleKeyDown(Key::Down));
+    EXPECT_EQ(list.flxAccounts.Row(), 2);
+    EXPECT_TRUE(search.HandleKeyDown(Key::PageDown));
+    EXPECT_EQ(list.flxAccounts.Row(), 12);
+    EXPECT_TRUE(list.flxAccounts.RowIsVisible(12));
+    EXPECT_TRUE(search.HandleKeyDown(Key::PageUp));
+    EXPECT_TRUE(search.HandleKeyDown(Key::Up));
+    EXPECT_TRUE(search.HandleKeyDown(Key::Up));
+    EXPECT_EQ(list.flxAccounts.Row(), 1);
+    EXPECT_TRUE(list.flxAccounts.RowIsVisible(1));
+    for (int i = 0; i < 20; ++i) {
+        search.HandleKeyDown(Key::PageDown);
+    }
+    EXPECT_EQ(list.flxAccounts.Row(), 100);
+    for (const Key key : {Key::Home, Key::End, Key::Escape, Key::Other}) {
+        EXPECT_FALSE(search.HandleKeyDown(key));
+    }
+}
+
+TEST_F(AccountViewsTest, WalkingAppliesTheRulesOfEachAccount) {
+    Dialog().PreLoadAccounts();
+    SelectAll(3);
+    EXPECT_FALSE(Dialog().txtComment.Enabled());
+    Dialog().txtSearch.HandleKeyDown(Key::Down);
+    EXPECT_EQ(Dialog().ctlAccountListAll.SelectedID(), 4);
+    EXPECT_TRUE(Dialog().txtComment.Enabled());
+}
+
+TEST_F(AccountViewsTest, AChangedAccountsFileIsShownForTheNextJob) {
+    Offer(1);
+    PressCancel();
+    WriteAccounts({Main(50, u"New")});
+    Offer(2);
+    EXPECT_THAT(AllIds(), ElementsAre(50));
+    ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, AnUnchangedAccountsFileIsNotListedAnew) {
+    Offer(1);
+    const int before = Fills();
+    PressCancel();
+    Offer(2);
+    EXPECT_EQ(Fills(), before);
+    EXPECT_EQ(AllIds().size(), 9U);
+}
+
+TEST_F(AccountViewsTest, TheCaptionsOfThePreferredListAreAsTheyStand) {
+    EXPECT_EQ(Dialog().lblAddPreferred.Caption(), u"Add selected account to preferred list");
+    EXPECT_EQ(Dialog().lblRemovePreferred.Caption(), u"Remove selected account from preferred list");
+    EXPECT_EQ(Dialog().lblPreferredList.Caption(), u"Preferred list");
+}
+
+TEST_F(AccountViewsTest, AListThatFailsWhileItIsFilledIsShownAgain) {
+    SetPreferred({1, 12});
+    Dialog().PreLoadAccounts();
+    SelectAll(2);
+    // Somewhere inside the refill a list cannot be read.
+    for (int failing = 0; failing < 12; ++failing) {
+        for (int good = 0; good < failing; ++good) {
+            platform.mutexes.state.waitResults.push_back(WaitResult::Acquired);
+        }
+        platform.mutexes.state.waitResults.push_back(WaitResult::TimedOut);
+        EXPECT_NO_THROW(Dialog().lblAddPreferred.HandleClick());
+        platform.mutexes.state.waitResults.clear();
+        ExpectWhole();
+    }
+}
+
+TEST_F(AccountViewsTest, ASearchThatFailsHalfWayLeavesTheViewWhole) {
+    WriteAccounts(ManyAccounts(30));
+    Dialog().PreLoadAccounts();
+    for (int failing = 0; failing < 40; ++failing) {
+        Type(u"account " + NumberText(failing));
+        SearchTicks(ticksBeforeSearch - 1);
+        for (int good = 0; good < failing; ++good) {
+            platform.mutexes.state.waitResults.push_back(WaitResult::Acquired);
+        }
+        platform.mutexes.state.waitResults.push_back(WaitResult::Failed);
+        EXPECT_NO_THROW(SearchTicks(1));
+        platform.mutexes.state.waitResults.clear();
+        ExpectWhole();
+    }
+}
+
+}  // namespace korvanta
