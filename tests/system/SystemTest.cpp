@@ -119,6 +119,9 @@ driver::Job SystemTest::Announce(const std::wstring& document, int jobId) {
 }
 
 driver::Job SystemTest::AnnounceJob(const driver::Job& job) {
+    if (!Dialog().Visible()) {
+        MarkComment();
+    }
     lastJobNumber_ = nextJobNumber_;
     nextJobNumber_ = (nextJobNumber_ + 1) % 1000;
     server_.Announce(driver::CurrentUserLowerCase(), lastJobNumber_, job);
@@ -128,7 +131,7 @@ driver::Job SystemTest::AnnounceJob(const driver::Job& job) {
 bool SystemTest::DialogOffers(const std::wstring& document) const {
     return client_->WaitForVisible(L"frmAccountNumber") && WaitFor([&] {
                return Dialog().Visible() && DialogControl(L"lblDocument").Text() == document &&
-                      DialogControl(L"cmdOK").Enabled() && View(L"All").RowCount() > 0;
+                      DialogControl(L"txtComment").Text().empty() && DialogControl(L"cmdOK").Enabled();
            });
 }
 
@@ -163,7 +166,20 @@ bool SystemTest::ShowTab(int tab) const {
 void SystemTest::PressOk() const {
     const driver::Window ok = DialogControl(L"cmdOK");
     ASSERT_TRUE(WaitFor([&] { return ok.Enabled(); }));
+    MarkComment();
     ok.Click();
+}
+
+void SystemTest::PressCancel() const {
+    MarkComment();
+    DialogControl(L"cmdCancel").Click();
+}
+
+void SystemTest::MarkComment() const {
+    const driver::Window comment = DialogControl(L"txtComment");
+    if (!comment.Enabled() || !Dialog().Visible()) {
+        comment.SetText(L"(left by the test)");
+    }
 }
 
 void SystemTest::ExpectMessage(const std::wstring& text, int answer) const {

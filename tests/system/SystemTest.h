@@ -55,6 +55,7 @@ class SystemTest : public ::testing::Test {
     bool ShowTab(int tab) const;
     // Waits until OK can be pressed and presses it.
     void PressOk() const;
+    void PressCancel() const;
     // Waits for the message, compares its text, and answers it.
     void ExpectMessage(const std::wstring& text, int answer = driver::MessageWindow::ok) const;
 
@@ -71,6 +72,10 @@ class SystemTest : public ::testing::Test {
     void CloseFromTaskManager() const;
 
   private:
+    // Leaves a text in the comment box, where the chosen account lets none be sent. The dialog empties the box as the
+    // last thing it does before it waits for the user: how a test sees that it is ready.
+    void MarkComment() const;
+
     std::wstring folder_;
     driver::PrintServer server_;
     std::unique_ptr<driver::Client> client_;

@@ -64,11 +64,15 @@ TEST_F(DetectionTest, FileNumbersGoFrom999To0) {
     NextJobNumber(998);
     PublishAll();
     StartMonitoring();
+    // Without its counter the server is only looked at for the next file, which is what this is about.
+    driver::DeleteFileIfThere(Server().JobsFolder() + L"\\" + User() + L".tlu");
     std::vector<driver::Job> jobs;
     std::vector<std::wstring> files;
-    for (int id = 1; id <= 3; ++id) {
-        jobs.push_back(Announce(L"Sheet " + std::to_wstring(id), id));
-        files.push_back(LastJobFile());
+    for (const int number : {998, 999, 0}) {
+        const int id = static_cast<int>(jobs.size()) + 1;
+        jobs.push_back(Server().Complete({.id = id, .document = L"Sheet " + std::to_wstring(id)}));
+        files.push_back(driver::JobFileName(driver::CurrentUser(), number));
+        Server().WriteJobFile(User(), number, jobs.back());
     }
     EXPECT_EQ(files, (std::vector<std::wstring>{driver::CurrentUser() + L".998", driver::CurrentUser() + L".999",
                                                 driver::CurrentUser() + L".000"}));

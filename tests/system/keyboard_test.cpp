@@ -120,7 +120,8 @@ TEST_F(KeyboardTest, AccessKeysOfTheDialogWorkAndNoneIsGivenTwice) {
         const std::wstring kind = window.ClassName();
         const std::size_t mark = text.find(L'&');
         const bool literal = kind == L"Static" && (GetWindowLongW(window.Handle(), GWL_STYLE) & SS_NOPREFIX) != 0;
-        if (!window.Visible() || literal || (kind != L"Button" && kind != L"Static") || mark + 1 >= text.size()) {
+        const bool marked = mark != std::wstring::npos && mark + 1 < text.size();
+        if (!window.Visible() || literal || !marked || (kind != L"Button" && kind != L"Static")) {
             continue;
         }
         wchar_t key = text[mark + 1];
@@ -142,7 +143,8 @@ TEST_F(KeyboardTest, PrimaryServerIsEnteredWithTheKeyboardAlone) {
     ASSERT_TRUE(Client().WaitForVisible(L"frmPrimaryServer"));
     const driver::Window form = Client().Form(L"frmPrimaryServer");
     ASSERT_TRUE(Keyboard::BringToForeground(form));
-    ASSERT_TRUE(WaitFor([&] { return Keyboard::Focus(form).Name() == L"txtServer"; })) << "the name is asked for first";
+    EXPECT_TRUE(WaitFor([&] { return Keyboard::Focus(form).Name() == L"txtServer"; }))
+        << "the name is asked for first, not " << driver::Utf8Bytes(Keyboard::Focus(form).Name());
     Keyboard::Type(ServerName());
     ASSERT_TRUE(WaitFor([&] { return form.Control(L"txtServer").Text() == ServerName(); }));
     Keyboard::Press(VK_RETURN);

@@ -61,7 +61,7 @@ TEST_F(QueueTest, EachJobIsOfferedInItsTurnWhenTheBoxIsNotTicked) {
 
 TEST_F(QueueTest, CancelReportsThatTheSpoolerKeptTheJobAndOffersTheNext) {
     ASSERT_NO_FATAL_FAILURE(OfferThree());
-    DialogControl(L"cmdCancel").Click();
+    PressCancel();
     const std::optional<driver::MessageWindow> box = Client().WaitForMessage();
     ASSERT_TRUE(box);
     EXPECT_EQ(box->Title(), message::title);
@@ -164,7 +164,10 @@ TEST_F(RuleTest, MachineThatRemembersSettingsKeepsTheDefaultComment) {
     PublishAll({.defaultComment = L"Standing order"});
     StartMonitoring();
     Announce(L"Plain.doc");
-    ASSERT_TRUE(DialogOffers(L"Plain.doc"));
+    ASSERT_TRUE(Client().WaitForVisible(L"frmAccountNumber"));
+    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"txtComment").Text() == L"Standing order"; }));
+    // The dialog is ready when the views are filled; the comment is still there then.
+    EXPECT_TRUE(ChooseAccount(L"Smith"));
     EXPECT_EQ(DialogControl(L"txtComment").Text(), L"Standing order");
 }
 

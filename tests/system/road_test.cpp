@@ -75,12 +75,17 @@ TEST_P(RoadTest, NamesInManyScriptsAndVeryLongOnesReachTheNotificationUnchanged)
     StartMonitoring();
     const std::wstring document =
         L"\"R\u00e9sum\u00e9\" 'na\u00efve' & \u65e5\u672c\u8a9e \u0436 100% " + std::wstring(200, L'x');
+    // The machine is part of the notification's file name, for which Windows 98 has its code page only.
     const driver::Job job = AnnounceJob({.id = 2147483647,
                                          .printer = L"B\u00fcro & \"Laser\" " + std::wstring(200, L'p'),
-                                         .machine = L"R\u00e4chner-\u0434",
+                                         .machine = GetParam() ? L"R\u00e4chner" : L"R\u00e4chner-\u0434",
                                          .document = document,
                                          .printerHandle = -5});
     ASSERT_TRUE(Client().WaitForVisible(L"frmAccountNumber"));
+    ASSERT_TRUE(WaitFor([&] { return DialogControl(L"txtComment").Text().empty(); }));
+    if (!GetParam()) {
+        EXPECT_EQ(DialogControl(L"lblDocument").Text(), document);
+    }
     ASSERT_TRUE(ChooseAccount(L"Smith"));
     const driver::Notification expected = Expected(job, LastJobFile(), 1, L"Smith");
     PressOk();

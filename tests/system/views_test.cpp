@@ -11,7 +11,7 @@ namespace {
 class ViewTest : public SystemTest {
   protected:
     void Offer(const std::wstring& document) {
-        Announce(document);
+        Announce(document, ++jobId_);
         ASSERT_TRUE(DialogOffers(document));
     }
     void StartAndOffer(const std::wstring& document) {
@@ -43,6 +43,7 @@ class ViewTest : public SystemTest {
     }
     void Search(const std::wstring& text) const { DialogControl(L"txtSearch").SetText(text); }
 
+    int jobId_ = 0;
     const std::vector<std::wstring> allTitles_{L"Smith",          L"Audit",           L"Tax",
                                                L"Jones",          L"North",           L"Closed",
                                                L"Comment needed", L"Comment welcome", L"Always invoiced"};
