@@ -239,6 +239,16 @@ TEST_F(JobDetectionFile, ServerOfTwoPrintersIsTestedOnceAPass) {
     EXPECT_EQ(Calls(u"FolderExists \\\\SRV\\TLXData$\\jobs"), 2);
 }
 
+TEST_F(JobDetectionFile, ServerWhosePrintersAreNoLongerMonitoredIsNoLongerPolled) {
+    SetCounter(u"5");
+    Start();
+    Publish({u"\\\\other\\laser"});
+    Detector().PrinterListChanged();
+    WriteJob(5, u"not asked for");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.jobs.size(), 0U);
+}
+
 TEST_F(JobDetectionFile, ServerNamesInAnyLetterCaseShareHealthAndCounter) {
     SetCounter(u"5");
     Publish({u"\\\\SRV\\laser", u"\\\\Srv\\laser"}, {u"Srv"});

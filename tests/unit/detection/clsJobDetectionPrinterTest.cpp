@@ -189,7 +189,7 @@ TEST_F(JobDetectionPrinter, JobThatArrivesBetweenTheCallsIsFoundHoweverLong) {
             AddJob(laser, std::u16string(60'000, u'x'));
         }
     };
-    Tick();
+    Detector().FullRefresh();
     ASSERT_EQ(sink_.jobs.size(), 2U);
     EXPECT_EQ(sink_.jobs[1]->Document.size(), 60'000U);
 }
@@ -203,7 +203,9 @@ TEST_F(JobDetectionPrinter, ThereIsNoFurtherRetryAndTheResultIsLogged) {
     spooler_.faults.FailOnce("EnumJobs", 3, 5);
     organisation_.log.lines.clear();
     Tick();
-    EXPECT_TRUE(organisation_.log.Has(u"ProcessNewJob: Enum Jobs return value: 0"));
+    EXPECT_EQ(organisation_.log.lines[2], u"ProcessNewJob: Enum Jobs return value: 0");
+    EXPECT_EQ(organisation_.log.lines[3],
+              u"MonitorPrintersCallback:WaitForMultipleObjects Succeeded handle triggered: 1");
     EXPECT_EQ(sink_.Documents(), Texts{u"second"}) << "the next printer is served all the same";
     Detector().FullRefresh();
     EXPECT_EQ(sink_.Documents(), (Texts{u"second", u"first"})) << "and the job is not lost";

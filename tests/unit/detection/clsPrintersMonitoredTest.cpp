@@ -73,6 +73,8 @@ TEST_F(PrintersMonitored, OnlyOtherPrintersAreAChange) {
     EXPECT_TRUE(Refresh()) << "one replaced";
     organisation_.PublishPrinters(u"srv", {u"b", u"C"});
     EXPECT_TRUE(Refresh()) << "names are compared exactly";
+    organisation_.PublishPrinters(u"srv", {u"b", u"C", u"b"});
+    EXPECT_TRUE(Refresh()) << "one listed twice";
     organisation_.PublishPrinters(u"srv", {u"b"});
     EXPECT_TRUE(Refresh()) << "one gone";
 }
