@@ -71,11 +71,11 @@ class SystemTest : public ::testing::Test {
     // Confirms that the client shall end and waits until it has.
     void CloseFromTaskManager() const;
 
-  private:
     // Leaves a text in the comment box, where the chosen account lets none be sent. The dialog empties the box as the
     // last thing it does before it waits for the user: how a test sees that it is ready.
     void MarkComment() const;
 
+  private:
     std::wstring folder_;
     driver::PrintServer server_;
     std::unique_ptr<driver::Client> client_;

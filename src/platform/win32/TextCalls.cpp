@@ -317,10 +317,10 @@ bool SameIgnoringCase(std::u16string_view one, std::u16string_view other) {
     NativeText right(other);
     // Lengths up to the terminating zero, which an empty text has too.
     const int same =
-        IsWindows9x() ? ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE,
-                                         reinterpret_cast<const char*>(left.Pointer()), -1,
-                                         reinterpret_cast<const char*>(right.Pointer()), -1)
-                      : ::CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, left.Pointer(), -1, right.Pointer(), -1);
+        IsWindows9x()
+            ? ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, reinterpret_cast<const char*>(left.Pointer()), -1,
+                               reinterpret_cast<const char*>(right.Pointer()), -1)
+            : ::CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, left.Pointer(), -1, right.Pointer(), -1);
     return same == CSTR_EQUAL;
 }
 
