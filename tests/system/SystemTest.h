@@ -42,7 +42,11 @@ class SystemTest : public ::testing::Test {
     driver::Window Dialog() const { return client_->Form(L"frmAccountNumber"); }
     driver::Window DialogControl(const std::wstring& name) const { return Dialog().Control(name); }
     driver::Window Status(const std::wstring& control) const { return client_->Control(L"frmMain", control); }
-    // Waits until the dialog is on the screen for the document, with its accounts listed.
+    // Leaves a text in the comment box, where the chosen account lets none be sent. The dialog empties the box as the
+    // last thing it does before it waits for the user, and so a test sees that it is ready. Announcing a job and
+    // pressing a button of the dialog do it.
+    void MarkComment() const;
+    // Waits until the dialog is on the screen for the document, and ready.
     bool DialogOffers(const std::wstring& document) const;
     bool DialogStaysHidden() const;
     // The rows of the view: All, Preferred or Recent.
@@ -70,10 +74,6 @@ class SystemTest : public ::testing::Test {
     void RefreshEverything() const;
     // Confirms that the client shall end and waits until it has.
     void CloseFromTaskManager() const;
-
-    // Leaves a text in the comment box, where the chosen account lets none be sent. The dialog empties the box as the
-    // last thing it does before it waits for the user: how a test sees that it is ready.
-    void MarkComment() const;
 
   private:
     std::wstring folder_;

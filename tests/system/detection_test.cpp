@@ -66,6 +66,7 @@ TEST_F(DetectionTest, FileNumbersGoFrom999To0) {
     StartMonitoring();
     // Without its counter the server is only looked at for the next file, which is what this is about.
     driver::DeleteFileIfThere(Server().JobsFolder() + L"\\" + User() + L".tlu");
+    MarkComment();
     std::vector<driver::Job> jobs;
     std::vector<std::wstring> files;
     for (const int number : {998, 999, 0}) {
@@ -117,6 +118,7 @@ TEST_F(DetectionTest, JobFileStillBeingWrittenIsReadWhenItIsComplete) {
     PublishAll();
     StartMonitoring();
     const int count = 4;
+    MarkComment();
     for (int id = 1; id <= count; ++id) {
         const std::string bytes =
             driver::Utf16Bytes(Server().Complete({.id = id, .document = L"Growing " + std::to_wstring(id)}).Text());

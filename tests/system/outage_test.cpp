@@ -60,6 +60,7 @@ TEST_F(OutageTest, JobsPrintedDuringAnOutageAreOfferedAfterIt) {
     // What the server itself writes while nobody reaches it.
     const driver::PrintServer unreachable(SharesFolder(), L"unplugged-" + ServerName());
     const std::wstring user = driver::CurrentUserLowerCase();
+    MarkComment();
     for (int number = 0; number < 2; ++number) {
         driver::Job job = Server().Complete({.id = number + 1, .document = L"Outage " + std::to_wstring(number)});
         unreachable.Announce(user, number, job);

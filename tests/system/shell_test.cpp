@@ -25,6 +25,17 @@ class ShellTest : public SystemTest {
         StartMonitoring();
     }
     driver::Window StatusForm() { return Client().Form(statusForm); }
+    // An icon that is left behind goes when the notification area next looks after its programs, seconds later.
+    void ExpectIconRemoved() const {
+        EXPECT_TRUE(WaitFor([] { return !driver::NotificationAreaHasIcon(); }, std::chrono::milliseconds(1000)));
+    }
+    void ExpectEndAtOnce() {
+        ASSERT_TRUE(WaitFor([] { return driver::NotificationAreaHasIcon(); }));
+        EXPECT_TRUE(Client().EndSession());
+        ASSERT_TRUE(Client().WaitForEnd(std::chrono::seconds(4)));
+        EXPECT_EQ(Client().ExitCode(), 0U);
+        ExpectIconRemoved();
+    }
 };
 
 TEST_F(ShellTest, DoubleClickOnTheIconShowsTheStatusFormAndHidesItAgain) {
@@ -80,15 +91,14 @@ TEST_F(ShellTest, TaskManagerCloseEndsTheProgramOnYes) {
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(CloseFromTaskManager());
     EXPECT_EQ(Client().ExitCode(), 0U);
+    ExpectIconRemoved();
 }
 
 TEST_F(ShellTest, SessionEndWhileAJobIsOfferedEndsTheProgramAtOnce) {
     ASSERT_NO_FATAL_FAILURE(Start());
     Announce(L"Late.doc");
     ASSERT_TRUE(DialogOffers(L"Late.doc"));
-    EXPECT_TRUE(Client().EndSession());
-    ASSERT_TRUE(Client().WaitForEnd(std::chrono::seconds(4)));
-    EXPECT_EQ(Client().ExitCode(), 0U);
+    ExpectEndAtOnce();
 }
 
 TEST_F(ShellTest, SessionEndWhileAMessageBoxIsOpenEndsTheProgramAtOnce) {
@@ -98,9 +108,7 @@ TEST_F(ShellTest, SessionEndWhileAMessageBoxIsOpenEndsTheProgramAtOnce) {
     ASSERT_TRUE(ChooseAccount(L"Closed"));
     PressOk();
     ASSERT_TRUE(Client().WaitForMessage());
-    EXPECT_TRUE(Client().EndSession());
-    ASSERT_TRUE(Client().WaitForEnd(std::chrono::seconds(4)));
-    EXPECT_EQ(Client().ExitCode(), 0U);
+    ExpectEndAtOnce();
     EXPECT_TRUE(Server().NotificationNames().empty());
 }
 

@@ -190,6 +190,11 @@ bool RunningClient::EndSession() const {
     return agreed;
 }
 
+bool NotificationAreaHasIcon() {
+    const std::vector<Window> areas = TopLevelWindows(0, L"__winex11_standalone_tray");
+    return std::any_of(areas.begin(), areas.end(), [](const Window& area) { return area.Visible(); });
+}
+
 std::wstring FormClass(const std::wstring& form) {
     return L"Korvanta." + form;
 }

@@ -87,5 +87,7 @@ std::wstring FormClass(const std::wstring& form);
 std::wstring CurrentUser();
 std::wstring CurrentUserLowerCase();
 std::wstring CurrentMachine();
+// Whether the notification area shows an icon of any program. Wine's own area is on the screen only while it does.
+bool NotificationAreaHasIcon();
 
 }  // namespace driver
