@@ -142,12 +142,12 @@ double LeadingNumber(std::u16string_view text) {
 std::u16string LocaleNumberText(double number, Clock& clock) {
     char buffer[40];
     std::snprintf(buffer, sizeof buffer, "%.15g", number == 0.0 ? 0.0 : number);
-    const std::u16string text = Replace(FromAscii(buffer), u"e", u"E");
+    std::u16string text = Replace(FromAscii(buffer), u"e", u"E");
     const std::size_t point = text.find(u'.');
-    if (point == std::u16string::npos) {
-        return text;
+    if (point != std::u16string::npos) {
+        text.replace(point, 1, clock.DecimalSeparator());
     }
-    return text.substr(0, point) + clock.DecimalSeparator() + text.substr(point + 1);
+    return text;
 }
 
 std::u16string GeneralDateText(DateTime time, Clock& clock) {

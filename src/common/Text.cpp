@@ -82,6 +82,10 @@ std::u16string Mapped(std::u16string_view text, const Table& table) {
     return result;
 }
 
+bool SameLetter(char16_t a, char16_t b) {
+    return a == b || lowerTable[a] == lowerTable[b];
+}
+
 }  // namespace
 
 char16_t LowerUnit(char16_t unit) {
@@ -97,23 +101,19 @@ std::u16string Upper(std::u16string_view text) {
 }
 
 bool EqualNoCase(std::u16string_view a, std::u16string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char16_t x, char16_t y) { return lowerTable[x] == lowerTable[y]; });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), SameLetter);
 }
 
 bool ContainsNoCase(std::u16string_view text, std::u16string_view part) {
-    return std::search(text.begin(), text.end(), part.begin(), part.end(),
-                       [](char16_t x, char16_t y) { return lowerTable[x] == lowerTable[y]; }) != text.end() ||
-           part.empty();
+    return part.empty() || std::search(text.begin(), text.end(), part.begin(), part.end(), SameLetter) != text.end();
 }
 
 int CompareNoCase(std::u16string_view a, std::u16string_view b) {
-    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
-        if (lowerTable[a[i]] != lowerTable[b[i]]) {
-            return lowerTable[a[i]] < lowerTable[b[i]] ? -1 : 1;
-        }
+    const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(), SameLetter);
+    if (inA == a.end() || inB == b.end()) {
+        return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
     }
-    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+    return lowerTable[*inA] < lowerTable[*inB] ? -1 : 1;
 }
 
 std::u16string Trim(std::u16string_view text) {

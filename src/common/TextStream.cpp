@@ -8,7 +8,7 @@ namespace korvanta {
 
 namespace {
 
-constexpr std::size_t chunkBytes = 64 * 1024;
+constexpr std::size_t chunkBytes = 65'536;
 constexpr char16_t byteOrderMark = u'\uFEFF';
 
 Error PastEnd() {

@@ -5,7 +5,7 @@
 namespace korvanta {
 
 namespace {
-constexpr std::size_t textBlockSize = 64 * 1024;
+constexpr std::size_t textBlockSize = 65'536;
 }
 
 void Grid::Rows(int count) {

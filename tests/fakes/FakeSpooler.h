@@ -16,9 +16,9 @@ namespace korvanta::fakes {
 
 struct FakeJob {
     std::int32_t id = 0;
-    std::u16string machine;  // as the spooler gives it, like "\\WS01"
-    std::u16string user;
-    std::u16string document;
+    std::u16string machine = {};  // as the spooler gives it, like "\\WS01"
+    std::u16string user = {};
+    std::u16string document = {};
     // The submission time stamp: year and month, day of week and day, hour and minute, second and milliseconds, each
     // pair in one word with the first in its low half.
     std::uint32_t time[4] = {0x000B07EA, 0x00140005, 0x0003000E, 0x00000009};
