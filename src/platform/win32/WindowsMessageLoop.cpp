@@ -15,12 +15,6 @@ namespace {
 
 constexpr DWORD leastPause = 10;  // milliseconds
 
-void Deal(DialogWindows& dialogs, MSG& message) {
-    if (!dialogs.Translate(message)) {
-        textCalls::Dispatch(message);
-    }
-}
-
 }  // namespace
 
 void WindowsMessageLoop::RunPending() {
@@ -28,21 +22,15 @@ void WindowsMessageLoop::RunPending() {
     std::vector<TimerName> ticked;
     MSG message;
     while (textCalls::PeekNextMessage(message, PM_REMOVE)) {
-        if (message.message == WM_QUIT) {
-            // Taken from under the loop that runs around this call, which must see it too.
-            quitting_ = true;
-            ::PostQuitMessage(static_cast<int>(message.wParam));
-            break;
-        }
-        bool again = false;
+        bool last = message.message == WM_QUIT;
         if (message.message == WM_TIMER) {
             // A timer that is due again was not waiting when this began; a slow handler must not keep us here for ever.
             const TimerName timer(message.hwnd, message.wParam);
-            again = std::find(ticked.begin(), ticked.end(), timer) != ticked.end();
+            last = std::find(ticked.begin(), ticked.end(), timer) != ticked.end();
             ticked.push_back(timer);
         }
-        Deal(dialogs_, message);
-        if (again) {
+        Take(message);
+        if (last) {
             break;
         }
     }
@@ -68,12 +56,22 @@ void WindowsMessageLoop::Quit() {
 void WindowsMessageLoop::RunWhile(const std::function<bool()>& goOn) {
     MSG message;
     while (!quitting_ && goOn()) {
-        if (textCalls::NextMessage(message) <= 0) {
-            quitting_ = true;
-            ::PostQuitMessage(0);
-            return;
+        if (textCalls::PeekNextMessage(message, PM_REMOVE)) {
+            Take(message);
+        } else if (goOn()) {
+            // Looking has handled what other threads sent, so the condition was asked again before this.
+            ::WaitMessage();
         }
-        Deal(dialogs_, message);
+    }
+}
+
+void WindowsMessageLoop::Take(tagMSG& message) {
+    if (message.message == WM_QUIT) {
+        // The loop that runs around this one must see it too.
+        quitting_ = true;
+        ::PostQuitMessage(static_cast<int>(message.wParam));
+    } else if (!dialogs_.Translate(message)) {
+        textCalls::Dispatch(message);
     }
 }
 

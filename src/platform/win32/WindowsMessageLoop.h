@@ -5,6 +5,8 @@
 
 #include "platform/MessageLoop.h"
 
+struct tagMSG;  // a message of the system
+
 namespace korvanta {
 
 class DialogWindows;
@@ -25,6 +27,9 @@ class WindowsMessageLoop : public MessageLoop {
     bool Quitting() const { return quitting_; }
 
   private:
+    // Handles one message that has been taken from the queue.
+    void Take(tagMSG& message);
+
     DialogWindows& dialogs_;
     std::uint32_t lastLook_ = 0;
     bool looked_ = false;

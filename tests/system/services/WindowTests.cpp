@@ -213,6 +213,42 @@ TEST_F(MessageLoopTests, AModalLoopEndsWithItsConditionAndTheProgramGoesOn) {
     EXPECT_FALSE(loop_.Quitting());
 }
 
+// Sends a window the test's message from another thread as soon as `ready` is signalled.
+struct Sender {
+    HWND window;
+    KernelHandle ready{::CreateEventA(nullptr, TRUE, FALSE, nullptr)};
+
+    static DWORD WINAPI Run(void* parameter) {
+        const auto& self = *static_cast<Sender*>(parameter);
+        ::WaitForSingleObject(self.ready.Get(), 5000);
+        textCalls::Send(self.window, testMessage);
+        return 0;
+    }
+};
+
+TEST_F(MessageLoopTests, AModalLoopEndsWhenAnotherThreadsMessageEndsItsCondition) {
+    bool shown = true;
+    window_.onMessage = [&](UINT message, WPARAM, LPARAM) {
+        if (message == testMessage) {
+            shown = false;
+        }
+        return message == testMessage;
+    };
+    Sender sender{window_.Get()};
+    const KernelHandle thread(::CreateThread(nullptr, 0, Sender::Run, &sender, 0, nullptr));
+    // What wakes the loop when the message does not.
+    const UINT_PTR alarm = ::SetTimer(nullptr, 0, 3000, nullptr);
+    const DWORD start = ::GetTickCount();
+    loop_.RunWhile([&] {
+        ::SetEvent(sender.ready.Get());
+        return shown && ::GetTickCount() - start < 2500;
+    });
+    EXPECT_LT(::GetTickCount() - start, 2500U);
+    EXPECT_FALSE(shown);
+    ::KillTimer(nullptr, alarm);
+    EXPECT_EQ(::WaitForSingleObject(thread.Get(), 5000), WAIT_OBJECT_0);
+}
+
 TEST_F(MessageLoopTests, TabMovesTheFocusInARegisteredWindowOnly) {
     const HWND first = window_.Child(L"EDIT", 1);
     const HWND second = window_.Child(L"EDIT", 2);
