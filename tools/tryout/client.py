@@ -16,12 +16,15 @@ class Client:
         self._program = program
         self._driver = driver
         self._process = None
+        # What Wine has to say, above all when it ends the program.
+        self._output = os.path.join(os.path.dirname(program), "wine.log")
         self.trace_log = os.path.join(os.path.dirname(program), "tlxlog.txt")
 
     def start(self, *arguments):
         """Starts it and waits until it watches the servers."""
-        self._process = subprocess.Popen(["wine", self._program, *arguments], stdin=subprocess.DEVNULL,
-                                         stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        with open(self._output, "ab") as output:
+            self._process = subprocess.Popen(["wine", self._program, *arguments], stdin=subprocess.DEVNULL,
+                                             stdout=output, stderr=output)
         self.drive("wait-monitoring", "--seconds", "30")
 
     def drive(self, *arguments):
@@ -40,7 +43,8 @@ class Client:
 
     def check_running(self):
         if self._process.poll() is not None:
-            raise ClientError(f"The client ended by itself with exit code {self._process.returncode}.")
+            raise ClientError(f"The client ended by itself with exit code {self._process.returncode}; "
+                              f"Wine's words on it are in {self._output}.")
 
     def close(self):
         """Closes it as the Task Manager does."""
