@@ -77,7 +77,7 @@ bool clsJobInfo::ReadFromString(const std::u16string& strFile) {
             throw OutOfRange();
         }
         const std::size_t lineEnd = rest.find(lineBreak);
-        const std::u16string line(rest.substr(0, lineEnd));
+        std::u16string line(rest.substr(0, lineEnd));
         ended = lineEnd == std::u16string_view::npos;
         rest.remove_prefix(ended ? rest.size() : lineEnd + lineBreak.size());
         return line;
