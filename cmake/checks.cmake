@@ -19,8 +19,11 @@ set(run_system_tests ${CMAKE_SOURCE_DIR}/tests/system/run-system-tests)
 add_test(NAME "system: the services of Windows"
          COMMAND ${CMAKE_SOURCE_DIR}/tests/system/services/run-services-tests
                  --folder ${CMAKE_BINARY_DIR}/services-tests ${KORVANTA_WINDOWS_BUILD}/bin/services_tests.exe)
+add_test(NAME "system: forms and controls on the screen"
+         COMMAND ${CMAKE_SOURCE_DIR}/tests/system/peers/run-peers-tests
+                 --folder ${CMAKE_BINARY_DIR}/peers-tests ${KORVANTA_WINDOWS_BUILD}/bin/peers_tests.exe)
 add_test(NAME "system: the finished client"
          COMMAND ${run_system_tests} --folder ${CMAKE_BINARY_DIR}/system-tests
                  ${KORVANTA_WINDOWS_BUILD}/bin/system_tests.exe ${client_program})
-set_tests_properties("system: the services of Windows" "system: the finished client" PROPERTIES TIMEOUT 900
-                                                                                                RUN_SERIAL TRUE)
+set_tests_properties("system: the services of Windows" "system: forms and controls on the screen"
+                     "system: the finished client" PROPERTIES TIMEOUT 900 RUN_SERIAL TRUE)

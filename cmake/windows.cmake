@@ -31,4 +31,5 @@ option(KORVANTA_WINDOWS_TESTS "Build the tests that run under Windows or Wine" O
 if(KORVANTA_WINDOWS_TESTS)
   include(cmake/system-tests.cmake)
   include(cmake/services-tests.cmake)
+  include(cmake/peers-tests.cmake)
 endif()

@@ -1,5 +1,6 @@
 #include "platform/win32/VirtualList.h"
 
+#include <utility>
 #include <vector>
 
 #include "platform/win32/Colors.h"
@@ -76,6 +77,16 @@ void VirtualList::SetRowCount(int count) {
         const LPARAM flags = count > old ? LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL : 0;
         Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), flags);
     }
+}
+
+void VirtualList::SelectRow(int row, bool select) {
+    LVITEMW item{};
+    // The focus stays where it was, for the keyboard goes on from there.
+    item.stateMask = select ? LVIS_SELECTED | LVIS_FOCUSED : LVIS_SELECTED;
+    item.state = select ? item.stateMask : 0;
+    const bool before = std::exchange(takingOver_, true);
+    Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    takingOver_ = before;
 }
 
 LRESULT VirtualList::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {

@@ -41,6 +41,8 @@ class VirtualList : public ControlWindow {
     bool TakingOver() const { return takingOver_; }
 
     void SetRowCount(int count);
+    // Without an echo.
+    void SelectRow(int row, bool select);
     int Ask(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return static_cast<int>(Send(message, wParam, lParam));
     }

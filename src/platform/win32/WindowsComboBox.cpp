@@ -58,12 +58,17 @@ void WindowsComboBox::ShowPlace() {
     const int dropped = lines * static_cast<int>(Send(CB_GETITEMHEIGHT, 0)) + 2 * ::GetSystemMetrics(SM_CYBORDER);
     ::SetWindowPos(Window(), nullptr, place.left, place.top, place.right - place.left, height + dropped,
                    SWP_NOZORDER | SWP_NOACTIVATE);
-    RECT window{};
-    ::GetWindowRect(Window(), &window);
-    const int line = static_cast<int>(Send(CB_GETITEMHEIGHT, closedField));
-    const int frame = window.bottom - window.top - line;
-    if (line + frame != height && height > frame) {
-        Send(CB_SETITEMHEIGHT, closedField, height - frame);
+    // How much frame there is around the line differs between kinds of combo boxes, and shows in the result only.
+    int line = static_cast<int>(Send(CB_GETITEMHEIGHT, closedField));
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        RECT window{};
+        ::GetWindowRect(Window(), &window);
+        const int missing = height - (window.bottom - window.top);
+        if (missing == 0 || line + missing <= 0) {
+            break;
+        }
+        line += missing;
+        Send(CB_SETITEMHEIGHT, closedField, line);
     }
 }
 

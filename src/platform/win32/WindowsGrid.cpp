@@ -10,8 +10,8 @@ namespace korvanta {
 
 namespace {
 
-constexpr WPARAM beforeFirst = static_cast<WPARAM>(-1);
 constexpr int noRow = -1;
+constexpr int manyRows = 10000;
 
 // Images. Rows without a picture show a blank one, so that all texts begin at the same place.
 constexpr int mainAccount = 0;
@@ -144,16 +144,20 @@ void WindowsGrid::ShowHeader(int index, int gridColumn) {
 
 void WindowsGrid::ShowRow() {
     const int wanted = grid_.Row() - 1;
-    const int selected = Ask(LVM_GETNEXTITEM, beforeFirst, LVNI_SELECTED);
-    LVITEMW item{};
-    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    const int selected = SelectedItem();
     if (selected != wanted && selected != noRow) {
-        Send(LVM_SETITEMSTATE, static_cast<WPARAM>(selected), reinterpret_cast<LPARAM>(&item));
+        SelectRow(selected, false);
     }
-    if (wanted >= 0 && selected != wanted) {
-        item.state = LVIS_SELECTED | LVIS_FOCUSED;
-        Send(LVM_SETITEMSTATE, static_cast<WPARAM>(wanted), reinterpret_cast<LPARAM>(&item));
+    if (selected != wanted && wanted >= 0) {
+        SelectRow(wanted, true);
     }
+}
+
+// Asked for its selection, a list would look through all its rows.
+int WindowsGrid::SelectedItem() const {
+    const bool isSelected =
+        selectedItem_ != noRow && Ask(LVM_GETITEMSTATE, static_cast<WPARAM>(selectedItem_), LVIS_SELECTED) != 0;
+    return isSelected ? selectedItem_ : noRow;
 }
 
 void WindowsGrid::ShowTopRow() {
@@ -174,8 +178,21 @@ void WindowsGrid::ReportViewport() {
     grid_.HandleViewport(reportedTopRow_, std::max(Ask(LVM_GETCOUNTPERPAGE), 1));
 }
 
+LRESULT WindowsGrid::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool mayMoveSelection = message == WM_KEYDOWN || message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN;
+    if (mayMoveSelection && !Frozen() && RowCount() >= manyRows) {
+        TakeOverNow();
+        // Some lists go through all their rows to drop the old selection, which takes seconds. With none there is
+        // nothing to drop; where nothing new gets selected, Used brings the old one back.
+        if (const int selected = SelectedItem(); selected != noRow) {
+            SelectRow(selected, false);
+        }
+    }
+    return VirtualList::Procedure(message, wParam, lParam);
+}
+
 void WindowsGrid::Used() {
-    if (grid_.Row() > 0 && Ask(LVM_GETNEXTITEM, beforeFirst, LVNI_SELECTED) == noRow) {
+    if (grid_.Row() > 0 && SelectedItem() == noRow) {
         // A click beside the rows must not leave the list without a current row.
         Stale();
     }
@@ -195,8 +212,11 @@ bool WindowsGrid::Notified(NMHDR& notice, LRESULT& result) {
         case LVN_ITEMCHANGED: {
             const auto& change = reinterpret_cast<const NMLISTVIEW&>(notice);
             const bool selected = (change.uNewState & LVIS_SELECTED) != 0 && (change.uOldState & LVIS_SELECTED) == 0;
-            if (!TakingOver() && selected && change.iItem >= 0) {
-                grid_.HandleRow(change.iItem + 1);
+            if (selected && change.iItem >= 0) {
+                selectedItem_ = change.iItem;
+                if (!TakingOver()) {
+                    grid_.HandleRow(change.iItem + 1);
+                }
             }
             return true;
         }

@@ -19,6 +19,7 @@ class WindowsGrid : public VirtualList {
     void TakeOver() override;
     bool Frozen() const override { return !grid_.Redraw(); }
     void Used() override;
+    LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::u16string_view RowText(int row, int column) const override;
     int RowImage(int row) const override;
     int RowCount() const override { return grid_.Rows() - 1; }
@@ -34,6 +35,7 @@ class WindowsGrid : public VirtualList {
     void ShowColumns();
     void ShowHeader(int index, int gridColumn);
     void ShowRow();
+    int SelectedItem() const;
     void ShowTopRow();
     void ReportViewport();
     bool PictureSharesColumn() const;
@@ -43,6 +45,7 @@ class WindowsGrid : public VirtualList {
     ImageList images_;
     std::vector<Shown> columns_;
     int reportedTopRow_ = 1;
+    int selectedItem_ = -1;  // as the list last said
 };
 
 }  // namespace korvanta

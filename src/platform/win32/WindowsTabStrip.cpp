@@ -24,6 +24,7 @@ WindowsTabStrip::WindowsTabStrip(TabStrip& tabStrip, HostWindow& host)
     // What Windows leaves free around the captions does not grow with the resolution by itself.
     Send(TCM_SETPADDING, 0, MAKELPARAM(UsedFonts().Pixels(captionMargin), UsedFonts().Pixels(captionMargin / 2)));
     ShowTabs();
+    LeaveOut(host.Content());
 }
 
 void WindowsTabStrip::Changed(Aspect aspect) {
@@ -84,9 +85,8 @@ void WindowsTabStrip::LeaveOut(const Container& neighbours) {
     const RegionHandle none(::CreateRectRgn(0, 0, 0, 0));
     RegionHandle region(::CreateRectRgn(0, 0, own.right - own.left, own.bottom - own.top));
     for (const Control* neighbour : neighbours.Children()) {
-        const auto* peer = dynamic_cast<const ControlWindow*>(neighbour->Peer());
         RECT place = PixelPlace(UsedFonts(), neighbour->Position());
-        if (peer && peer != this && neighbour->Visible() && Covers(own, place)) {
+        if (neighbour != &tabStrip_ && neighbour->Visible() && Covers(own, place)) {
             ::OffsetRect(&place, -own.left, -own.top);
             const RegionHandle hole(::CreateRectRgnIndirect(&place));
             ::CombineRgn(region.Get(), region.Get(), hole.Get(), RGN_DIFF);

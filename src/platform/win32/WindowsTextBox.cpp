@@ -1,5 +1,7 @@
 #include "platform/win32/WindowsTextBox.h"
 
+#include <utility>
+
 #include "platform/win32/TextCalls.h"
 
 namespace korvanta {
@@ -34,6 +36,11 @@ bool IsDialogsKey(WPARAM virtualKey) {
     return virtualKey == VK_RETURN || virtualKey == VK_ESCAPE;
 }
 
+bool MakesCharacter(WPARAM virtualKey) {
+    constexpr UINT keyToCharacter = 2;  // MAPVK_VK_TO_CHAR
+    return ::MapVirtualKeyA(static_cast<UINT>(virtualKey), keyToCharacter) != 0;
+}
+
 }  // namespace
 
 WindowsTextBox::WindowsTextBox(TextBox& textBox, HostWindow& host) : ControlWindow(textBox, host), textBox_(textBox) {
@@ -60,7 +67,7 @@ LRESULT WindowsTextBox::KeyDown(WPARAM wParam, LPARAM lParam) {
         return 0;
     }
     // The character of the Enter and the Escape key would only beep.
-    swallowCharacter_ = swallowed || IsDialogsKey(wParam);
+    swallowCharacter_ = (swallowed || IsDialogsKey(wParam)) && MakesCharacter(wParam);
     if (swallowed) {
         return 0;
     }
@@ -86,12 +93,9 @@ LRESULT WindowsTextBox::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_KEYDOWN:
             return KeyDown(wParam, lParam);
         case WM_CHAR:
-            if (swallowCharacter_) {
+            if (std::exchange(swallowCharacter_, false)) {
                 return 0;
             }
-            break;
-        case WM_KEYUP:
-            swallowCharacter_ = false;
             break;
         default:
             break;

@@ -20,7 +20,7 @@ class WindowsTextBox : public ControlWindow {
 
     TextBox& textBox_;
     bool showing_ = false;           // the change comes from the program
-    bool swallowCharacter_ = false;  // the key that makes it has been swallowed
+    bool swallowCharacter_ = false;  // the one that comes next: its key has been swallowed
 };
 
 }  // namespace korvanta
