@@ -11,13 +11,23 @@ constexpr int gap = 105;
 constexpr int smallGap = 60;
 constexpr int slack = 60;  // beyond a caption's own width, for rounding and focus rectangles
 constexpr int checkBoxRoom = 330;
-constexpr int buttonWidth = 1260;
+constexpr int smallestButton = 1260;
+constexpr int buttonRoom = 300;  // around its caption
+constexpr int tabRoom = 240;
+constexpr int longestInvoiceLabel = 6000;  // what is longer is cut off rather than widen the window further
 constexpr int rateWidth = 2400;
 constexpr int progressWidth = 1800;
 constexpr int smallestField = 1800;
 constexpr int smallestList = 1800;
 constexpr int firstWidth = 8700;
 constexpr int firstHeight = 7800;
+// The most that Windows adds around the client area.
+constexpr int frameWidth = 300;
+constexpr int frameHeight = 600;
+
+void Put(Control& control, const Place& place) {
+    control.Move({place.left, place.top, std::max(place.width, 0), std::max(place.height, 0)});
+}
 
 }  // namespace
 
@@ -49,7 +59,8 @@ AccountNumberForm::AccountNumberForm(TextMeasure& textMeasure, Translator& trans
     tmrMonitor.Interval(1000);
     tmrFlash.Interval(1000);
     tmrSearch.Interval(100);
-    ClientSize(firstWidth, firstHeight);
+    Measure();
+    ClientSize(std::max(firstWidth, smallestWidth_), std::max(firstHeight, smallestHeight_));
 }
 
 void AccountNumberForm::SetCaptions() {
@@ -116,10 +127,8 @@ void AccountNumberForm::AddControls() {
 }
 
 void AccountNumberForm::OnResize() {
-    line_ = textMeasure_.LineHeight(false) + 30;
-    field_ = line_ + 105;
-    ComputeMinimumSize();
-    ctlBanner1.Move({0, 0, ClientWidth(), ctlBanner1.Position().height});
+    Measure();
+    Put(ctlBanner1, {0, 0, ClientWidth(), ctlBanner1.Position().height});
     const int top = ArrangeJob(ctlBanner1.Position().Bottom() + gap);
     const int bottom = ArrangeCompletion();
     ArrangeTabs(top, bottom);
@@ -130,19 +139,19 @@ int AccountNumberForm::ArrangeJob(int top) {
     const int right = ClientWidth() - margin;
     const int captionWidth = std::max(TextWidth(lblDocumentCaption), TextWidth(lblPrinterCaption));
     const int valueLeft = margin + captionWidth + gap;
-    lblDocumentCaption.Move({margin, top, captionWidth, line_});
-    lblDocument.Move({valueLeft, top, right - valueLeft, line_});
+    Put(lblDocumentCaption, {margin, top, captionWidth, line_});
+    Put(lblDocument, {valueLeft, top, right - valueLeft, line_});
 
     top += line_ + smallGap;
-    const int countWidth = textMeasure_.Width(u"00000", true);
+    const int countWidth = CountWidth();
     const int queuedWidth = TextWidth(lblJobsQueuedCaption);
-    lblJobsQueued.Move({right - countWidth, top, countWidth, line_});
-    lblJobsQueuedCaption.Move({right - countWidth - smallGap - queuedWidth, top, queuedWidth, line_});
-    lblPrinterCaption.Move({margin, top, captionWidth, line_});
-    lblPrinter.Move({valueLeft, top, lblJobsQueuedCaption.Position().left - gap - valueLeft, line_});
+    Put(lblJobsQueued, {right - countWidth, top, countWidth, line_});
+    Put(lblJobsQueuedCaption, {right - countWidth - smallGap - queuedWidth, top, queuedWidth, line_});
+    Put(lblPrinterCaption, {margin, top, captionWidth, line_});
+    Put(lblPrinter, {valueLeft, top, lblJobsQueuedCaption.Position().left - gap - valueLeft, line_});
 
     top += line_ + smallGap;
-    chkSubmitAllDocuments.Move({margin, top, CheckWidth(chkSubmitAllDocuments), line_ + 30});
+    Put(chkSubmitAllDocuments, {margin, top, CheckWidth(chkSubmitAllDocuments), line_ + 30});
     return chkSubmitAllDocuments.Position().Bottom() + gap;
 }
 
@@ -150,83 +159,110 @@ int AccountNumberForm::ArrangeJob(int top) {
 int AccountNumberForm::ArrangeCompletion() {
     const int right = ClientWidth() - margin;
     int top = ClientHeight() - margin - field_;
-    cmdCancel.Move({right - buttonWidth, top, buttonWidth, field_});
-    cmdOK.Move({right - 2 * buttonWidth - gap, top, buttonWidth, field_});
-    lblCommentMandatory.Move({margin, top, 0, line_});
+    const int buttonWidth = ButtonWidth();
+    Put(cmdCancel, {right - buttonWidth, top, buttonWidth, field_});
+    Put(cmdOK, {right - 2 * buttonWidth - gap, top, buttonWidth, field_});
+    Put(lblCommentMandatory, {margin, top, 0, line_});
 
     top -= gap + hlnButtons.Position().height;
-    hlnButtons.Move({margin, top, right - margin, hlnButtons.Position().height});
+    Put(hlnButtons, {margin, top, right - margin, hlnButtons.Position().height});
 
     top -= gap + field_;
     const int rateLeft = right - rateWidth;
     const int rateCaptionWidth = TextWidth(lblChargeRate);
     const int textTop = top + (field_ - line_) / 2;
-    cboChargeRate.Move({rateLeft, top, rateWidth, field_});
-    lblChargeRate.Move({rateLeft - gap - rateCaptionWidth, textTop, rateCaptionWidth, line_});
+    Put(cboChargeRate, {rateLeft, top, rateWidth, field_});
+    Put(lblChargeRate, {rateLeft - gap - rateCaptionWidth, textTop, rateCaptionWidth, line_});
     const int invoiceRoom = lblChargeRate.Position().left - gap - margin;
-    chkInvoice.Move({margin, textTop - 15, std::min(CheckWidth(chkInvoice), invoiceRoom), line_ + 30});
+    Put(chkInvoice, {margin, textTop - 15, std::min(CheckWidth(chkInvoice), invoiceRoom), line_ + 30});
 
     top -= gap + field_;
     const int commentWidth = TextWidth(lblComment);
-    lblComment.Move({margin, top + (field_ - line_) / 2, commentWidth, line_});
+    Put(lblComment, {margin, top + (field_ - line_) / 2, commentWidth, line_});
     const int commentLeft = margin + commentWidth + gap;
-    txtComment.Move({commentLeft, top, right - commentLeft, field_});
+    Put(txtComment, {commentLeft, top, right - commentLeft, field_});
     return top - gap;
 }
 
 void AccountNumberForm::ArrangeTabs(int top, int bottom) {
     const int width = ClientWidth() - 2 * margin;
-    tabView.Move({margin, top, width, std::max(bottom - top, 0)});
+    Put(tabView, {margin, top, width, bottom - top});
     const int header = tabView.HeaderHeight();
-    const Place page{margin + gap, top + header + gap, width - 2 * gap, std::max(bottom - top - header - 2 * gap, 0)};
-    fraAllAccounts.Move(page);
-    fraPreferred.Move(page);
-    fraRecent.Move(page);
+    const Place page{margin + gap, top + header + gap, width - 2 * gap, bottom - top - header - 2 * gap};
+    Put(fraAllAccounts, page);
+    Put(fraPreferred, page);
+    Put(fraRecent, page);
     ArrangeAllAccounts(page);
     ArrangePreferred(page);
-    ctlAccountListRecent.Move({0, 0, page.width, page.height});
+    Put(ctlAccountListRecent, {0, 0, page.width, page.height});
 }
 
 void AccountNumberForm::ArrangeAllAccounts(const Place& page) {
     const int searchWidth = TextWidth(lblSearch);
     const int rememberWidth = CheckWidth(chkRememberSearch);
     const int textTop = (field_ - line_) / 2;
-    lblSearch.Move({0, textTop, searchWidth, line_});
+    Put(lblSearch, {0, textTop, searchWidth, line_});
     const int boxLeft = searchWidth + gap;
-    txtSearch.Move({boxLeft, 0, page.width - boxLeft - gap - rememberWidth, field_});
-    chkRememberSearch.Move({page.width - rememberWidth, textTop - 15, rememberWidth, line_ + 30});
+    Put(txtSearch, {boxLeft, 0, page.width - boxLeft - gap - rememberWidth, field_});
+    Put(chkRememberSearch, {page.width - rememberWidth, textTop - 15, rememberWidth, line_ + 30});
 
     const int linkTop = page.height - line_ - 30;
     const int listTop = field_ + gap;
-    ctlAccountListAll.Move({0, listTop, page.width, std::max(linkTop - smallGap - listTop, 0)});
-    lblAddPreferred.Move({0, linkTop, TextWidth(lblAddPreferred), line_ + 30});
-    prgSearch.Move({page.width - progressWidth, linkTop, progressWidth, line_ + 30});
+    Put(ctlAccountListAll, {0, listTop, page.width, linkTop - smallGap - listTop});
+    Put(lblAddPreferred, {0, linkTop, TextWidth(lblAddPreferred), line_ + 30});
+    Put(prgSearch, {page.width - progressWidth, linkTop, progressWidth, line_ + 30});
 }
 
 void AccountNumberForm::ArrangePreferred(const Place& page) {
     const int linkTop = page.height - line_ - 30;
-    lblPreferredList.Move({0, 0, page.width, line_});
+    Put(lblPreferredList, {0, 0, page.width, line_});
     const int listTop = line_ + smallGap;
-    ctlAccountListPreferred.Move({0, listTop, page.width, std::max(linkTop - smallGap - listTop, 0)});
-    lblRemovePreferred.Move({0, linkTop, TextWidth(lblRemovePreferred), line_ + 30});
+    Put(ctlAccountListPreferred, {0, listTop, page.width, linkTop - smallGap - listTop});
+    Put(lblRemovePreferred, {0, linkTop, TextWidth(lblRemovePreferred), line_ + 30});
     const int downWidth = TextWidth(lblMoveDown);
     const int upWidth = TextWidth(lblMoveUp);
-    lblMoveDown.Move({page.width - downWidth, linkTop, downWidth, line_ + 30});
-    lblMoveUp.Move({page.width - downWidth - 2 * gap - upWidth, linkTop, upWidth, line_ + 30});
+    Put(lblMoveDown, {page.width - downWidth, linkTop, downWidth, line_ + 30});
+    Put(lblMoveUp, {page.width - downWidth - 2 * gap - upWidth, linkTop, upWidth, line_ + 30});
 }
 
-void AccountNumberForm::ComputeMinimumSize() {
-    const int allRow = TextWidth(lblSearch) + gap + smallestField + gap + CheckWidth(chkRememberSearch);
+// What the texts as they are now need: the heights of rows, and the least size at which everything has its room.
+void AccountNumberForm::Measure() {
+    line_ = std::max(textMeasure_.LineHeight(false), textMeasure_.LineHeight(true)) + 30;
+    field_ = line_ + 105;
+
+    int tabs = 0;
+    for (const std::u16string& caption : tabView.Tabs()) {
+        tabs += textMeasure_.Width(caption, false) + tabRoom;
+    }
+    const int searchRow = TextWidth(lblSearch) + gap + smallestField + gap + CheckWidth(chkRememberSearch);
     const int addRow = TextWidth(lblAddPreferred) + gap + progressWidth;
     const int moveRow = TextWidth(lblRemovePreferred) + gap + TextWidth(lblMoveUp) + 2 * gap + TextWidth(lblMoveDown);
-    const int rateRow = CheckWidth(chkInvoice) + gap + TextWidth(lblChargeRate) + gap + rateWidth;
-    const int page = std::max({allRow, addRow, moveRow}) + 2 * gap;
-    const int width = std::max({page, rateRow, CheckWidth(chkSubmitAllDocuments)}) + 2 * margin;
-    const int height = ctlBanner1.Position().height + 3 * line_ + 4 * field_ + smallestList + tabView.HeaderHeight() +
-                       12 * gap + margin;
-    // The frame around the client area comes on top.
-    constexpr int frame = 600;
-    MinimumSize(width + frame / 2, height + frame);
+    const int page = std::max({searchRow, addRow, moveRow, TextWidth(lblPreferredList)}) + 2 * gap;
+
+    const int printerRow = std::max(TextWidth(lblDocumentCaption), TextWidth(lblPrinterCaption)) + gap + smallestField +
+                           gap + TextWidth(lblJobsQueuedCaption) + smallGap + CountWidth();
+    const int commentRow = TextWidth(lblComment) + gap + smallestField;
+    const int rateRow =
+        std::min(CheckWidth(chkInvoice), longestInvoiceLabel) + gap + TextWidth(lblChargeRate) + gap + rateWidth;
+    const int buttonRow = 2 * ButtonWidth() + gap;
+    const int rows =
+        std::max({tabs, page, printerRow, CheckWidth(chkSubmitAllDocuments), commentRow, rateRow, buttonRow});
+    smallestWidth_ = std::max(rows + 2 * margin, ctlBanner1.SmallestWidth());
+
+    const int job = gap + 2 * (line_ + smallGap) + line_ + 30 + gap;
+    const int tab = tabView.HeaderHeight() + 2 * gap + field_ + gap + smallestList + smallGap + line_ + 30;
+    const int completion = gap + 2 * (field_ + gap) + hlnButtons.Position().height + gap + field_ + margin;
+    smallestHeight_ = ctlBanner1.Position().height + job + tab + completion;
+    MinimumSize(smallestWidth_ + frameWidth, smallestHeight_ + frameHeight);
+}
+
+int AccountNumberForm::CountWidth() const {
+    return textMeasure_.Width(u"00000", true) + slack;
+}
+
+int AccountNumberForm::ButtonWidth() const {
+    return std::max({smallestButton, textMeasure_.Width(cmdOK.Caption(), false) + buttonRoom,
+                     textMeasure_.Width(cmdCancel.Caption(), false) + buttonRoom});
 }
 
 int AccountNumberForm::TextWidth(const Control& control) const {

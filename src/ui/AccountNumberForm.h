@@ -67,13 +67,18 @@ class AccountNumberForm : public Form {
     void ArrangeTabs(int top, int bottom);
     void ArrangeAllAccounts(const Place& page);
     void ArrangePreferred(const Place& page);
-    void ComputeMinimumSize();
+    void Measure();
+    int CountWidth() const;
+    int ButtonWidth() const;
     int TextWidth(const Control& control) const;
     int CheckWidth(const CheckBox& checkBox) const;
 
     TextMeasure& textMeasure_;
     int line_ = 0;   // height of a line of text
     int field_ = 0;  // height of a text box, a combo box or a button
+    // The least client area that shows everything.
+    int smallestWidth_ = 0;
+    int smallestHeight_ = 0;
 };
 
 }  // namespace korvanta

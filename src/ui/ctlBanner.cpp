@@ -13,6 +13,7 @@ constexpr int margin = 240;
 constexpr int lineHeight = 15;
 constexpr int titleTop = 90;
 constexpr int gap = 45;
+constexpr int shortLink = 600;  // enough to click on
 constexpr int linkSlack = 120;  // for rounding and the focus rectangle
 }  // namespace
 
@@ -125,6 +126,13 @@ void ctlBanner::Resized() {
 
     // One pixel below the lower rule, whatever height the form gave.
     Move({place.left, place.top, width, Line2.Position().top + lineHeight});
+}
+
+int ctlBanner::SmallestWidth() const {
+    const int title = lblTitle.Position().left + services_.textMeasure.Width(lblTitle.Caption(), true);
+    const int description =
+        lblDescription.Position().left + services_.textMeasure.Width(lblDescription.Caption(), false);
+    return std::max(title + shortLink, description) + 2 * margin;
 }
 
 void ctlBanner::OpenLink() {

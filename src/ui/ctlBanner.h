@@ -47,6 +47,9 @@ class ctlBanner : public Container {
     void BackColor(Color color);
     void Refresh();
 
+    // Twips: the least width that shows title and description in full; a link of any length is cut off to fit.
+    int SmallestWidth() const;
+
     // The banner's show event: decides the link's text and whether it shows.
     void Shown();
 

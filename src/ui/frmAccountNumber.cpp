@@ -99,15 +99,13 @@ void frmAccountNumber::ShowHide(bool show) {
 // Prepares the dialog for the job at the head of the queue. False when the user, or a lacking account list, has ended
 // the showing meanwhile.
 bool frmAccountNumber::OfferHeadJob() {
-    const std::uint32_t thisOffer = offer_;
-    const auto ended = [this, thisOffer] { return !showing_ || offer_ != thisOffer; };
-
+    const std::uint32_t offer = offer_;
     PlaceOnScreen();
     ctlBanner1.Shown();
     Show();
     BringToForeground();
     services_.platform.messageLoop.RunPending();
-    if (ended()) {
+    if (!StillOffering(offer)) {
         return false;
     }
     views_.RestoreTabAndSearch();
@@ -118,13 +116,12 @@ bool frmAccountNumber::OfferHeadJob() {
     }
     errorCancel_ = false;
     views_.Refill();
-    if (ended()) {
+    if (!StillOffering(offer)) {
         return false;
     }
     if (!services_.registrySettings.TLXClientRemembersSettings()) {
         chkInvoice.Value(true);
         txtComment.Text(u"");
-        cboChargeRate.ListIndex(-1);
     }
     ShowQueueLength();
     return true;
@@ -138,6 +135,7 @@ void frmAccountNumber::ApplySettings() {
     const std::u16string label = services_.settings.ShowOnInvoiceLabel();
     chkInvoice.Caption(label.empty() ? invoiceCaption_ : label);
     OnResize();
+    GrowToFit();
     FillChargeRates();
     if (tabView.Selected() == AccountViews::tabAll) {
         txtSearch.TakeFocus();
@@ -148,16 +146,21 @@ void frmAccountNumber::ApplySettings() {
 
 // The rates that the user chooses from stay those that are sent, whatever a refresh does meanwhile.
 void frmAccountNumber::FillChargeRates() {
-    rates_ = services_.chargeRates();
+    const std::shared_ptr<clsChargeRates> rates = services_.chargeRates();
     std::vector<std::u16string> descriptions;
-    for (const Variant& description : rates_->Descriptions()->Items()) {
+    for (const Variant& description : rates->Descriptions()->Items()) {
         descriptions.push_back(description.Text());
+    }
+    rateValues_.clear();
+    for (const Variant& value : rates->ChargeRates()->Items()) {
+        rateValues_.push_back(value.Number());
     }
     if (descriptions != cboChargeRate.Items()) {
         cboChargeRate.Items(std::move(descriptions));
     }
 }
 
+// In the middle of the screen at the first time, where the user leaves it from then on.
 void frmAccountNumber::PlaceOnScreen() {
     if (placed_) {
         return;
@@ -165,17 +168,30 @@ void frmAccountNumber::PlaceOnScreen() {
     placed_ = true;
     const Place area = services_.platform.screen.WorkArea();
     Place place = Position();
-    place.width = std::min(place.width, area.width);
-    place.height = std::min(place.height, area.height);
+    place.width = std::min(std::max(place.width, MinimumWidth()), area.width);
+    place.height = std::min(std::max(place.height, MinimumHeight()), area.height);
     place.left = area.left + (area.width - place.width) / 2;
     place.top = area.top + (area.height - place.height) / 2;
     Move(place);
 }
 
+// Captions may have become longer than the window has room for.
+void frmAccountNumber::GrowToFit() {
+    const Place area = services_.platform.screen.WorkArea();
+    Place place = Position();
+    place.width = std::max(place.width, std::min(MinimumWidth(), area.width));
+    place.height = std::max(place.height, std::min(MinimumHeight(), area.height));
+    place.left = std::max(std::min(place.left, area.Right() - place.width), area.left);
+    place.top = std::max(std::min(place.top, area.Bottom() - place.height), area.top);
+    if (place.width != Position().width || place.height != Position().height) {
+        Move(place);
+    }
+}
+
 void frmAccountNumber::RejectForMissingAccounts() {
-    const std::uint32_t thisOffer = offer_;
+    const std::uint32_t offer = offer_;
     ShowMessage(u"lblAccountListError");
-    if (showing_ && offer_ == thisOffer) {
+    if (StillOffering(offer)) {
         errorCancel_ = true;
         cmdCancel.HandleClick();
     }
@@ -244,10 +260,10 @@ frmAccountNumber::Choice frmAccountNumber::TakeChoice(const std::shared_ptr<clsA
     if (account->RequireComment != 0) {
         choice.comment = txtComment.Text().substr(0, longestComment);
     }
-    const int rate = cboChargeRate.ListIndex();
-    if (rate >= 0 && rate < rates_->Length()) {
-        choice.rateDescription = rates_->Descriptions()->Item(rate).Text();
-        choice.rateValue = rates_->ChargeRates()->Item(rate).Number();
+    if (cboChargeRate.ListIndex() >= 0) {
+        const auto rate = static_cast<std::size_t>(cboChargeRate.ListIndex());
+        choice.rateDescription = cboChargeRate.Items().at(rate);
+        choice.rateValue = rateValues_.at(rate);
     }
     return choice;
 }
@@ -311,7 +327,14 @@ void frmAccountNumber::Cancel() {
 
 // A random active account, a comment and an invoice choice, then OK.
 void frmAccountNumber::CompleteByItself() {
+    const std::uint32_t offer = offer_;
     tabView.Selected(AccountViews::tabAll);
+    // A remembered search must not limit the choice.
+    txtSearch.Text(u"");
+    views_.Refill();
+    if (!StillOffering(offer)) {
+        return;
+    }
     const std::vector<std::int32_t> active = ctlAccountListAll.ActiveIDs();
     if (!active.empty()) {
         std::uniform_int_distribution<std::size_t> any(0, active.size() - 1);
@@ -322,6 +345,10 @@ void frmAccountNumber::CompleteByItself() {
         chkInvoice.Value(std::uniform_int_distribution<int>(0, 1)(random_) == 1);
     }
     cmdOK.HandleClick();
+}
+
+bool frmAccountNumber::StillOffering(std::uint32_t offer) const {
+    return showing_ && offer_ == offer;
 }
 
 std::shared_ptr<clsJobInfo> frmAccountNumber::HeadJob() const {
@@ -339,8 +366,8 @@ void frmAccountNumber::ShowQueueLength() {
 }
 
 void frmAccountNumber::ShowMessage(const char16_t* label, MessageIcon icon) {
-    services_.platform.messageBoxes.Show(services_.messages.Text(label),
-                                         services_.messages.Text(u"lblMessageBoxTitle"), MessageButtons::OK, icon);
+    services_.platform.messageBoxes.Show(services_.messages.Text(label), services_.messages.Text(u"lblMessageBoxTitle"),
+                                         MessageButtons::OK, icon);
 }
 
 }  // namespace korvanta

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <random>
+#include <vector>
 
 #include "common/List.h"
 #include "common/clsRegSettings.h"
@@ -68,9 +69,12 @@ class frmAccountNumber : public AccountNumberForm {
     void FlashTick();
     void ShowHide(bool show);
     bool OfferHeadJob();
+    // Whether the showing of that number is still the one that the user sees.
+    bool StillOffering(std::uint32_t offer) const;
     void ApplySettings();
     void FillChargeRates();
     void PlaceOnScreen();
+    void GrowToFit();
     void RejectForMissingAccounts();
     void AccountSelected(std::int32_t accountId);
     void OK();
@@ -88,7 +92,7 @@ class frmAccountNumber : public AccountNumberForm {
     AccountDialogServices services_;
     List jobs_;
     AccountViews views_;
-    std::shared_ptr<clsChargeRates> rates_;
+    std::vector<double> rateValues_;  // one for each item of cboChargeRate
     std::u16string invoiceCaption_;
     std::minstd_rand random_;
     // Counts the times the dialog was shown, so that a showing that was answered while messages ran is recognised.

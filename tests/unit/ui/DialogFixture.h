@@ -95,9 +95,10 @@ class DialogFixture : public testing::Test {
         if (!dialog_) {
             prefs_ = std::make_unique<clsTLXPrefs>(files, platform.mutexes, u"SRV", u"jsmith");
             accounts_ = std::make_unique<clsTLXAccounts>(files, platform.mutexes, log, u"SRV");
-            dialog_ = std::make_unique<frmAccountNumber>(AccountDialogServices{
-                platform.platform, log, reports, messages, translator, registrySettings, settings, *accounts_, *prefs_,
-                [this] { return rates; }, [this](const clsJobInfo& job) { return CancelPrintJob(job); }, testMode});
+            dialog_ = std::make_unique<frmAccountNumber>(
+                AccountDialogServices{platform.platform, log, reports, messages, *translation, registrySettings,
+                                      settings, *accounts_, *prefs_, [this] { return rates; },
+                                      [this](const clsJobInfo& job) { return CancelPrintJob(job); }, testMode});
             dialog_->Load(&peers);
         }
         return *dialog_;
@@ -215,6 +216,7 @@ class DialogFixture : public testing::Test {
     fakes::FakeErrorReports reports;
     fakes::FakeSetupFile setupFile;
     PlainTranslator translator;
+    Translator* translation = &translator;  // the dialog's
     frmMessages messages{translator};
     clsRegSettings registrySettings{platform.registry, setupFile, reports};
     clsClientSettings settings;

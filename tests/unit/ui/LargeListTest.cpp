@@ -1,0 +1,60 @@
+#include <chrono>
+
+#include "unit/ui/DialogFixture.h"
+
+namespace korvanta {
+
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::int32_t accounts = 100'000;
+// Under the sanitizers on a busy machine; the program itself is many times as fast.
+constexpr std::chrono::seconds sane{20};
+
+class LargeListTest : public DialogFixture {
+  protected:
+    LargeListTest() { WriteAccounts(ManyAccounts(accounts / 2)); }
+
+    template <class Action>
+    void ExpectSane(const char* what, Action action) {
+        const auto start = std::chrono::steady_clock::now();
+        action();
+        EXPECT_LT(std::chrono::steady_clock::now() - start, sane) << what;
+    }
+};
+
+}  // namespace
+
+TEST_F(LargeListTest, AHundredThousandAccountsAreFilledSearchedAndWalkedInASaneTime) {
+    ExpectSane("showing", [this] { Offer(1); });
+    EXPECT_EQ(AllIds().size(), 1U * accounts);
+    ExpectSane("a search that finds one", [this] {
+        Type(u"matter 49999");
+        SearchTicks(7);
+    });
+    EXPECT_THAT(AllIds(), ElementsAre(1000 + 49'999, 1'000'000 + 49'999));
+    ExpectSane("a search that finds all", [this] {
+        Type(u"ACCOUNT");
+        SearchTicks(7);
+    });
+    EXPECT_EQ(AllIds().size(), 1U * accounts);
+    ExpectSane("showing again", [this] {
+        SelectAll(1'000'000 + 49'999);
+        PressOK();
+        Type(u"");
+        Offer(2);
+    });
+    EXPECT_EQ(Dialog().ctlAccountListAll.SelectedID(), 1'000'000 + 49'999);
+    ExpectWhole();
+}
+
+TEST_F(LargeListTest, EveryAccountMayBePreferred) {
+    for (std::int32_t i = 0; i < 2'000; ++i) {
+        Prefs().AddPreferred(1000 + i);
+    }
+    ExpectSane("showing", [this] { Offer(1); });
+    EXPECT_EQ(Ids(Dialog().ctlAccountListPreferred).size(), 2'000U);
+}
+
+}  // namespace korvanta

@@ -1,0 +1,247 @@
+#include <algorithm>
+
+#include "unit/layout/LayoutCheck.h"
+#include "unit/ui/DialogFixture.h"
+
+namespace korvanta {
+
+namespace {
+
+using testing::IsEmpty;
+
+// The most that Windows takes of a window's size for its frame and caption.
+constexpr int frameWidth = 300;
+constexpr int frameHeight = 600;
+
+// Makes every caption of a form half as long again, as other languages do.
+class WordyTranslator : public PlainTranslator {
+  public:
+    void Translate(Container& form) override {
+        for (Control* child : form.Children()) {
+            if (auto* nested = dynamic_cast<Container*>(child)) {
+                Translate(*nested);
+            }
+            if (dynamic_cast<TextBox*>(child) == nullptr && child->Name() != u"lblJobsQueued") {
+                child->Caption(child->Caption() + std::u16string(child->Caption().size() / 2, u'w'));
+            }
+        }
+    }
+};
+
+class AccountDialogLayoutTest : public DialogFixture {
+  protected:
+    AccountDialogLayoutTest() {
+        check.anyLength = {u"lblDocument", u"lblPrinter"};
+        platform.registry.Put(registrySubKey, u"LinkName", u"http://product.example");
+    }
+
+    std::vector<std::string> Problems() {
+        // Shown together only for a moment, but shown.
+        Dialog().prgSearch.Visible(true);
+        return check.Problems(Dialog());
+    }
+    // As a real window does: it tells its place, and follows when the form moves it.
+    void BeAWindow() {
+        Dialog().HandlePlace({0, 0, Dialog().ClientWidth() + frameWidth, Dialog().ClientHeight() + frameHeight},
+                             Dialog().ClientWidth(), Dialog().ClientHeight());
+        peers.onChanged = [this](Control& control, Aspect aspect) {
+            if (&control == &Dialog() && aspect == Aspect::Place) {
+                const Place place = Dialog().Position();
+                Dialog().HandlePlace(place, place.width - frameWidth, place.height - frameHeight);
+            }
+        };
+    }
+    // The client area that a window of the form's least size has.
+    void Shrink() {
+        Dialog().HandlePlace({}, Dialog().MinimumWidth() - frameWidth, Dialog().MinimumHeight() - frameHeight);
+    }
+    void ExpectGoodAtEverySize() {
+        Offer(1, std::u16string(60'000, u'W'));
+        EXPECT_THAT(Problems(), IsEmpty()) << "at its first size";
+        Shrink();
+        EXPECT_THAT(Problems(), IsEmpty()) << "at its least size";
+        Dialog().HandlePlace({}, Dialog().ClientWidth() + 1, Dialog().ClientHeight() + 1);
+        EXPECT_THAT(Problems(), IsEmpty()) << "a little larger";
+        Dialog().HandlePlace({}, 3 * Dialog().ClientWidth(), 3 * Dialog().ClientHeight());
+        EXPECT_THAT(Problems(), IsEmpty()) << "much larger";
+    }
+
+    layout::LayoutCheck check{platform.textMeasure};
+};
+
+}  // namespace
+
+TEST_F(AccountDialogLayoutTest, IsGoodAtEverySize) {
+    ExpectGoodAtEverySize();
+}
+
+TEST_F(AccountDialogLayoutTest, IsGoodWithLargeLetters) {
+    platform.textMeasure.characterWidth = 190;
+    platform.textMeasure.boldCharacterWidth = 210;
+    platform.textMeasure.lineHeight = 330;
+    platform.textMeasure.boldLineHeight = 390;
+    ExpectGoodAtEverySize();
+}
+
+TEST_F(AccountDialogLayoutTest, IsGoodWithSmallLetters) {
+    platform.textMeasure.characterWidth = 60;
+    platform.textMeasure.boldCharacterWidth = 70;
+    platform.textMeasure.lineHeight = 120;
+    platform.textMeasure.boldLineHeight = 130;
+    ExpectGoodAtEverySize();
+}
+
+TEST_F(AccountDialogLayoutTest, IsGoodWithALongInvoiceLabel) {
+    BeAWindow();
+    settings.ShowOnInvoiceLabel(u"Show this document on the invoice of client && matter");
+    ExpectGoodAtEverySize();
+}
+
+TEST_F(AccountDialogLayoutTest, AnEndlessInvoiceLabelIsCutOffAndDoesNotWidenTheWindowBeyondTheScreen) {
+    BeAWindow();
+    settings.ShowOnInvoiceLabel(std::u16string(5'000, u'W'));
+    check.anyLength.insert(u"chkInvoice");
+    ExpectGoodAtEverySize();
+    EXPECT_LE(Dialog().MinimumWidth(), platform.screen.workArea.width);
+}
+
+TEST_F(AccountDialogLayoutTest, ALargerWindowThanTheScreenIsMadeToFit) {
+    platform.screen.workArea = {100, 50, 6000, 5000};
+    BeAWindow();
+    Offer(1);
+    EXPECT_EQ(Dialog().Position(), platform.screen.workArea);
+}
+
+TEST_F(AccountDialogLayoutTest, TheWindowStaysWhereTheUserPutItAndGrowsWhenCaptionsDo) {
+    BeAWindow();
+    Offer(1);
+    PressCancel();
+    const Place own{300, 200, Dialog().Position().width, Dialog().Position().height};
+    Dialog().HandlePlace(own, Dialog().ClientWidth(), Dialog().ClientHeight());
+    Offer(2);
+    EXPECT_EQ(Dialog().Position(), own);
+    PressCancel();
+    Dialog().HandlePlace({300, 200, Dialog().MinimumWidth(), Dialog().MinimumHeight()},
+                         Dialog().MinimumWidth() - frameWidth, Dialog().MinimumHeight() - frameHeight);
+    settings.ShowOnInvoiceLabel(u"Show this document on the invoice of client && matter");
+    Offer(3);
+    EXPECT_EQ(Dialog().Position().left, 300);
+    EXPECT_EQ(Dialog().Position().width, Dialog().MinimumWidth());
+    EXPECT_THAT(Problems(), IsEmpty());
+}
+
+TEST_F(AccountDialogLayoutTest, IsGoodOnceTheInvoiceLabelIsTakenAway) {
+    BeAWindow();
+    settings.ShowOnInvoiceLabel(u"Show this document on the invoice of client && matter");
+    Offer(1);
+    PressCancel();
+    settings.ShowOnInvoiceLabel(u"");
+    Offer(2);
+    EXPECT_THAT(Problems(), IsEmpty());
+}
+
+TEST_F(AccountDialogLayoutTest, IsGoodBelowATallTabStrip) {
+    Dialog().tabView.HandleHeaderHeight(900);
+    ExpectGoodAtEverySize();
+}
+
+TEST_F(AccountDialogLayoutTest, IsGoodWithLongerWords) {
+    WordyTranslator wordy;
+    translation = &wordy;
+    BeAWindow();
+    ExpectGoodAtEverySize();
+}
+
+TEST_F(AccountDialogLayoutTest, AWindowThatIsForcedSmallerThanItsLeastSizeEndsNothing) {
+    Offer(1);
+    for (const int size : {3000, 500, 1, 0}) {
+        Dialog().HandlePlace({}, size, size);
+        for (const ctlAccountList* list :
+             {&Dialog().ctlAccountListAll, &Dialog().ctlAccountListPreferred, &Dialog().ctlAccountListRecent}) {
+            EXPECT_GE(list->Position().height, 0);
+            EXPECT_GE(list->Position().width, 0);
+        }
+    }
+}
+
+TEST_F(AccountDialogLayoutTest, TheListsTakeWhatAHigherWindowGives) {
+    Offer(1);
+    const int before = Dialog().ctlAccountListAll.Position().height;
+    Dialog().HandlePlace({}, Dialog().ClientWidth(), Dialog().ClientHeight() + 3000);
+    EXPECT_EQ(Dialog().ctlAccountListAll.Position().height, before + 3000);
+}
+
+// The check itself: what it must not let pass.
+class LayoutCheckTest : public testing::Test {
+  protected:
+    class TestForm : public Form {
+      public:
+        TestForm() : Form(u"form") {
+            ClientSize(5000, 3000);
+            for (Control* control : std::initializer_list<Control*>{&first, &second}) {
+                Add(*control);
+            }
+            first.Move({0, 0, 1000, 300});
+            second.Move({0, 400, 1000, 300});
+        }
+        Label first{u"first"};
+        CommandButton second{u"second"};
+    };
+
+    std::size_t Count() { return check.Problems(form).size(); }
+
+    fakes::FakeTextMeasure measure;
+    layout::LayoutCheck check{measure};
+    TestForm form;
+};
+
+TEST_F(LayoutCheckTest, LetsAGoodFormPass) {
+    EXPECT_EQ(Count(), 0U);
+}
+
+TEST_F(LayoutCheckTest, FindsAnOverlap) {
+    form.second.Move({999, 299, 1000, 300});
+    EXPECT_EQ(Count(), 1U);
+    form.second.Visible(false);
+    EXPECT_EQ(Count(), 0U);
+}
+
+TEST_F(LayoutCheckTest, FindsWhatLiesOutsideOrIsEmpty) {
+    form.second.Move({4001, 400, 1000, 300});
+    EXPECT_EQ(Count(), 1U);
+    form.second.Move({0, 2701, 1000, 300});
+    EXPECT_EQ(Count(), 1U);
+    form.second.Move({0, 400, 0, 300});
+    EXPECT_GE(Count(), 1U);
+}
+
+TEST_F(LayoutCheckTest, FindsATextThatDoesNotFit) {
+    form.first.Caption(u"1234567890");
+    EXPECT_EQ(Count(), 1U);
+    form.first.Caption(u"&123456789");
+    EXPECT_EQ(Count(), 0U);
+    form.first.Caption(u"12345 12345");
+    form.first.Wrap(true);
+    EXPECT_EQ(Count(), 1U);
+    form.first.Move({0, 0, 1000, 390});
+    EXPECT_EQ(Count(), 0U);
+    form.second.Caption(u"123456789");
+    EXPECT_EQ(Count(), 1U);
+}
+
+TEST_F(LayoutCheckTest, FindsAnOrderThatIsNotReadingOrder) {
+    form.first.Move({0, 800, 1000, 300});
+    EXPECT_EQ(Count(), 1U);
+    form.first.Move({1500, 500, 1000, 300});
+    EXPECT_EQ(Count(), 1U);
+}
+
+TEST_F(LayoutCheckTest, FindsAnAccessKeyThatIsUsedTwice) {
+    form.first.Caption(u"&Up");
+    form.second.Caption(u"s&um");
+    EXPECT_EQ(Count(), 1U);
+    form.first.AccessKey(false);
+    EXPECT_EQ(Count(), 0U);
+}
+
+}  // namespace korvanta
