@@ -11,7 +11,8 @@ constexpr int gap = 120;
 constexpr int smallGap = 45;
 constexpr int slack = 60;
 constexpr int buttonWidth = 1260;
-constexpr int formWidth = 8400;
+constexpr int columns = 4;
+constexpr int smallestWidth = 8400;
 constexpr int listHeight = 1500;
 }  // namespace
 
@@ -26,7 +27,7 @@ StatusForm::StatusForm(TextMeasure& textMeasure, const BannerServices& bannerSer
     SetCaptions();
     AddControls();
     tmrActivity.Interval(1000);
-    ClientSize(formWidth, NormalHeight());
+    ClientSize(NormalWidth(), NormalHeight());
 }
 
 void StatusForm::SetCaptions() {
@@ -102,6 +103,16 @@ void StatusForm::AddControls() {
     mnuPopop.Add(mnuAdvanced);
 }
 
+// Wide enough for the banner, and for the captions of each column of the advanced display.
+int StatusForm::NormalWidth() const {
+    int column = 0;
+    for (const Label* label :
+         {&lblTask, &lblPerformed, &lblResult, &lblDue, &lblFullRefresh, &lblPrinterListScan, &lblServerHealthTest}) {
+        column = std::max(column, textMeasure_.Width(label->Caption(), label->Bold()) + slack + smallGap);
+    }
+    return std::max({smallestWidth, ctlBanner1.SmallestWidth(), columns * column + 2 * margin});
+}
+
 int StatusForm::NormalHeight() const {
     return ctlBanner1.Position().height + gap + line_ + gap + line_ + smallGap + listHeight + gap + line_ + gap +
            field_ + gap;
@@ -128,13 +139,13 @@ void StatusForm::OnResize() {
 
     HLine1.Move({margin, top, right - margin, HLine1.Position().height});
     top = HLine1.Position().Bottom() + gap;
-    const std::array<std::array<Label*, 4>, 4> rows{{
+    const std::array<std::array<Label*, columns>, 4> rows{{
         {&lblTask, &lblPerformed, &lblResult, &lblDue},
         {&lblFullRefresh, &lblFullRefreshPerformed, &lblFullRefreshResult, &lblFullRefreshDue},
         {&lblPrinterListScan, &lblPrinterListScanPerformed, &lblPrinterListScanResult, &lblPrinterListScanDue},
         {&lblServerHealthTest, &lblServerHealthTestPerformed, &lblServerHealthTestResult, &lblServerHealthTestDue},
     }};
-    const int columnWidth = (right - margin) / 4;
+    const int columnWidth = (right - margin) / columns;
     for (const auto& row : rows) {
         int left = margin;
         for (Label* label : row) {

@@ -60,6 +60,7 @@ class StatusForm : public Form {
   private:
     void SetCaptions();
     void AddControls();
+    int NormalWidth() const;
     int NormalHeight() const;
 
     TextMeasure& textMeasure_;

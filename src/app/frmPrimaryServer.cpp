@@ -1,5 +1,7 @@
 #include "app/frmPrimaryServer.h"
 
+#include <algorithm>
+
 #include "common/Error.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
@@ -10,8 +12,7 @@ namespace {
 constexpr int margin = 180;
 constexpr int gap = 120;
 constexpr int buttonWidth = 1260;
-constexpr int formWidth = 7200;
-constexpr int explanationLines = 4;
+constexpr int smallestWidth = 7200;
 }  // namespace
 
 frmPrimaryServer::frmPrimaryServer(Platform& platform, Translator& translator, clsRegSettings& registrySettings,
@@ -45,7 +46,16 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, Translator& translator, c
     CancelButton.Click.Connect([this] { Cancel(); });
 
     const int line = platform_.textMeasure.LineHeight(false) + 30;
-    ClientSize(formWidth, ctlBanner1.Position().height + explanationLines * line + 2 * (line + 105) + 30 + 6 * gap);
+    const int width = std::max(smallestWidth, ctlBanner1.SmallestWidth());
+    const int field = line + 105;
+    ClientSize(width, ctlBanner1.Position().height + ExplanationHeight(width) + 2 * field + 30 + 6 * gap);
+}
+
+// Room for the whole text, which breaks between words.
+int frmPrimaryServer::ExplanationHeight(int clientWidth) const {
+    const int text = platform_.textMeasure.Width(lblExplanation.Caption(), false);
+    const int lines = text / std::max(clientWidth - 2 * margin, 1) + 2;
+    return lines * (platform_.textMeasure.LineHeight(false) + 30);
 }
 
 void frmPrimaryServer::OnLoad() {
@@ -60,8 +70,8 @@ void frmPrimaryServer::OnResize() {
     const int right = ClientWidth() - margin;
     ctlBanner1.Move({0, 0, ClientWidth(), ctlBanner1.Position().height});
     int top = ctlBanner1.Position().Bottom() + gap;
-    lblExplanation.Move({margin, top, right - margin, explanationLines * line});
-    top += explanationLines * line + gap;
+    lblExplanation.Move({margin, top, right - margin, ExplanationHeight(ClientWidth())});
+    top = lblExplanation.Position().Bottom() + gap;
     const int captionWidth = platform_.textMeasure.Width(lblServer.Caption(), false) + 60;
     lblServer.Move({margin, top + (field - line) / 2, captionWidth, line});
     const int boxLeft = margin + captionWidth + gap;

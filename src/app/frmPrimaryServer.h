@@ -37,6 +37,7 @@ class frmPrimaryServer : public Form {
     bool OnQueryUnload(CloseReason reason) override;
 
   private:
+    int ExplanationHeight(int clientWidth) const;
     void OK();
     void Cancel();
     bool CanCreateNotifications(const std::u16string& server);
