@@ -73,6 +73,13 @@ Control* Container::Find(const std::u16string& name) const {
     return nullptr;
 }
 
+void Container::Framed(bool framed) {
+    if (framed_ != framed) {
+        framed_ = framed;
+        Tell(Aspect::Colors);
+    }
+}
+
 void Container::Attach(PeerFactory& factory) {
     Control::Attach(factory);
     for (Control* child : children_) {

@@ -86,6 +86,9 @@ class Container : public Control {
     const std::vector<Control*>& Children() const { return children_; }
     // The control of that name at any depth, or none.
     Control* Find(const std::u16string& name) const;
+    // A thin line around the container, inside its place.
+    void Framed(bool framed);
+    bool Framed() const { return framed_; }
     void Attach(PeerFactory& factory) override;
     void Detach() override;
 
@@ -95,6 +98,7 @@ class Container : public Control {
 
   private:
     std::vector<Control*> children_;
+    bool framed_ = false;
 };
 
 // A container without a look of its own.

@@ -54,6 +54,11 @@ void ctlBanner::BackStyle(std::int16_t style) {
     lblTitle.Transparent(style == 0);
 }
 
+void ctlBanner::BorderStyle(std::int16_t style) {
+    borderStyle_ = style;
+    Framed(style != 0);
+}
+
 void ctlBanner::Title(const std::u16string& title) {
     lblTitle.Caption(title);
 }

@@ -32,7 +32,7 @@ class ctlBanner : public Container {
     void BackStyle(std::int16_t style);
     // 0 is none, 1 a border around the control.
     std::int16_t BorderStyle() const { return borderStyle_; }
-    void BorderStyle(std::int16_t style) { borderStyle_ = style; }
+    void BorderStyle(std::int16_t style);
     const std::u16string& Title() const { return lblTitle.Caption(); }
     void Title(const std::u16string& title);
     const std::u16string& Description() const { return lblDescription.Caption(); }

@@ -49,6 +49,7 @@ TEST_F(BannerTest, HasItsDefaults) {
     EXPECT_TRUE(static_cast<const Control&>(banner).Enabled());
     EXPECT_EQ(banner.BackStyle(), 0);
     EXPECT_EQ(banner.BorderStyle(), 0);
+    EXPECT_FALSE(banner.Framed());
     EXPECT_EQ(banner.Title(), u"Title goes here");
     EXPECT_EQ(banner.Description(), u"Description goes here");
     EXPECT_TRUE(banner.LinkVisible());
@@ -74,6 +75,18 @@ TEST_F(BannerTest, APropertyReachesWhatItAppliesToAtOnce) {
     EXPECT_FALSE(banner.lblLink.Visible());
     banner.LinkVisible(true);
     EXPECT_TRUE(banner.lblLink.Visible());
+}
+
+TEST_F(BannerTest, ABorderStyleFramesIt) {
+    fakes::FakePeers peers;
+    banner.Attach(peers);
+    banner.BorderStyle(1);
+    EXPECT_TRUE(banner.Framed());
+    EXPECT_EQ(peers.Of(banner).Count(Aspect::Colors), 1);
+    banner.BorderStyle(0);
+    EXPECT_FALSE(banner.Framed());
+    EXPECT_EQ(peers.Of(banner).Count(Aspect::Colors), 2);
+    banner.Detach();
 }
 
 TEST_F(BannerTest, RefreshRepaints) {
