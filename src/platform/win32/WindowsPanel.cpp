@@ -36,14 +36,17 @@ bool WindowsPanel::Textured() const {
 }
 
 void WindowsPanel::PaintBackground(HDC context) const {
-    if (Textured()) {
-        Host().PaintBehind(panel_, context);
-        return;
-    }
     RECT area{};
     ::GetClientRect(Window(), &area);
-    BrushHandle keeper;
-    ::FillRect(context, &area, ColorBrush(panel_.BackColor(), keeper));
+    if (Textured()) {
+        Host().PaintBehind(panel_, context);
+    } else {
+        BrushHandle keeper;
+        ::FillRect(context, &area, ColorBrush(panel_.BackColor(), keeper));
+    }
+    if (panel_.Framed()) {
+        ::FrameRect(context, &area, ::GetSysColorBrush(COLOR_WINDOWFRAME));
+    }
 }
 
 LRESULT WindowsPanel::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
