@@ -130,8 +130,14 @@ void ControlWindow::ShowCaption() {
 
 void ControlWindow::ShowPlace() {
     const RECT place = PixelPlace(UsedFonts(), control_.Position());
-    ::SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                   SWP_NOZORDER | SWP_NOACTIVATE);
+    const int width = place.right - place.left;
+    const int height = place.bottom - place.top;
+    RECT now{};
+    ::GetWindowRect(window_, &now);
+    // Text that is centered, at the right or cut off looks different in another size; Windows would keep the old one.
+    const bool resized = now.right - now.left != width || now.bottom - now.top != height;
+    ::SetWindowPos(window_, nullptr, place.left, place.top, width, height,
+                   SWP_NOZORDER | SWP_NOACTIVATE | (resized ? SWP_NOCOPYBITS : 0U));
 }
 
 void ControlWindow::TakeFocus() {

@@ -7,10 +7,9 @@ namespace korvanta {
 
 namespace {
 
-constexpr const wchar_t* ownerClass = L"Korvanta.Owner";
 constexpr int arrowCursor = 32512;  // IDC_ARROW
 
-LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK PlainProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return textCalls::DefaultProcedure(window, message, wParam, lParam);
 }
 
@@ -28,21 +27,26 @@ BOOL CALLBACK TellOne(HWND window, LPARAM parameter) {
 
 }  // namespace
 
-void RegisterFormClass(const std::u16string& name, WNDPROC procedure) {
-    WNDCLASSEXW form{};
-    form.cbSize = sizeof(form);
-    form.lpfnWndProc = procedure;
-    form.hInstance = ::GetModuleHandleA(nullptr);
-    form.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(arrowCursor));
-    form.lpszClassName = textCalls::Wide(name);
-    textCalls::RegisterWindowClass(form);
+void RegisterPlainClass(const std::u16string& name, WNDPROC procedure) {
+    WNDCLASSEXW plain{};
+    plain.cbSize = sizeof(plain);
+    plain.lpfnWndProc = procedure;
+    plain.hInstance = ::GetModuleHandleA(nullptr);
+    plain.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(arrowCursor));
+    plain.lpszClassName = textCalls::Wide(name);
+    textCalls::RegisterWindowClass(plain);
+}
+
+void RegisterPlainClass(const std::u16string& name) {
+    RegisterPlainClass(name, &PlainProcedure);
 }
 
 HWND OwnerOfHiddenButtons(ProgramWindows& program) {
     if (!program.owner) {
-        RegisterFormClass(u"Korvanta.Owner", &OwnerProcedure);
-        program.owner.Reset(
-            textCalls::MakeWindow(WS_EX_TOOLWINDOW, ownerClass, {}, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr));
+        const std::u16string ownerClass = u"Korvanta.Owner";
+        RegisterPlainClass(ownerClass);
+        program.owner.Reset(textCalls::MakeWindow(WS_EX_TOOLWINDOW, textCalls::Wide(ownerClass), {}, WS_POPUP, 0, 0, 0,
+                                                  0, nullptr, nullptr, nullptr));
     }
     return program.owner.Get();
 }

@@ -13,7 +13,10 @@ struct ProgramWindows;
 // Identifiers of the entries of a popup menu, in their order.
 inline constexpr int firstMenuIdentifier = 0x9000;
 
-void RegisterFormClass(const std::u16string& name, WNDPROC procedure);
+// A class of windows without a look of its own. Windows refuses one that it knows already, which does no harm.
+void RegisterPlainClass(const std::u16string& name, WNDPROC procedure);
+// The same with no behaviour of its own either.
+void RegisterPlainClass(const std::u16string& name);
 // The hidden window that owns forms which show no button in the taskbar; made when it is first asked for.
 HWND OwnerOfHiddenButtons(ProgramWindows& program);
 void FillMenu(HMENU handle, const PopupMenu& menu);

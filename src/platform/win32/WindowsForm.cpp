@@ -45,7 +45,7 @@ WindowsForm::WindowsForm(Form& form, std::shared_ptr<ProgramWindows> program)
 void WindowsForm::CreateFormWindow() {
     ProgramWindows& program = *windows_->program;
     const std::u16string className = u"Korvanta." + form_.Name();
-    RegisterFormClass(className, &WindowsForm::EveryMessage);
+    RegisterPlainClass(className, &WindowsForm::EveryMessage);
     const DWORD style = Style(form_);
     const DWORD extendedStyle = ExtendedStyle(form_);
     RECT window{0, 0, program.fonts.Pixels(form_.ClientWidth()), program.fonts.Pixels(form_.ClientHeight())};

@@ -1,34 +1,13 @@
 #include "platform/win32/WindowsPanel.h"
 
 #include "platform/win32/Colors.h"
-#include "platform/win32/TextCalls.h"
+#include "platform/win32/FormSupport.h"
 
 namespace korvanta {
 
-namespace {
-
-constexpr const wchar_t* panelClass = L"Korvanta.Panel";
-
-LRESULT CALLBACK PanelProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    return textCalls::DefaultProcedure(window, message, wParam, lParam);
-}
-
-// Again for each panel: Windows refuses a class that it knows already, which does no harm.
-void RegisterPanelClass() {
-    WNDCLASSEXW panel{};
-    panel.cbSize = sizeof(panel);
-    panel.lpfnWndProc = &PanelProcedure;
-    panel.hInstance = ::GetModuleHandleA(nullptr);
-    panel.hCursor = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));  // IDC_ARROW
-    panel.lpszClassName = panelClass;
-    textCalls::RegisterWindowClass(panel);
-}
-
-}  // namespace
-
 WindowsPanel::WindowsPanel(Container& panel, HostWindow& host) : ControlWindow(panel, host), panel_(panel) {
-    RegisterPanelClass();
-    Create(panelClass, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
+    RegisterPlainClass(u"Korvanta.Panel");
+    Create(L"Korvanta.Panel", WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
 }
 
 bool WindowsPanel::Textured() const {

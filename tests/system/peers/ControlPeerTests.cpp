@@ -158,6 +158,27 @@ TEST_F(ControlPeers, EnterReachesADefaultButtonInsideAPanel) {
     EXPECT_EQ(pressed, 1);
 }
 
+TEST_F(ControlPeers, AccessKeysReachTheNextControlAndTextsFromOutsideHaveNone) {
+    auto& document = Make<Label>(u"lblDocument");
+    auto& name = Make<Label>(u"lblName");
+    auto& textBox = Make<TextBox>(u"txtName");
+    auto& other = Make<CheckBox>(u"chkOther");
+    document.AccessKey(false);
+    document.Caption(u"Costs &n more");
+    name.Caption(u"&Name:");
+    Place(document);
+    Place(other, 150, 600);
+    Place(name, 150, 1050);
+    Place(textBox, 150, 1500);
+    Show();
+    constexpr LPARAM withAlt = 0x20000001;
+    ::SetFocus(Find("chkOther"));
+    textCalls::Post(Find("chkOther"), WM_SYSCHAR, 'n', withAlt);
+    loop.RunPending();
+    EXPECT_EQ(::GetFocus(), Find("txtName"));
+    EXPECT_EQ(textCalls::WindowText(Find("lblDocument")), u"Costs &n more");
+}
+
 TEST_F(ControlPeers, CheckBoxFollowsTheUserAndTheProgram) {
     auto& checkBox = Make<CheckBox>(u"chkOne");
     Place(checkBox);

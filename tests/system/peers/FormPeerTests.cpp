@@ -209,6 +209,23 @@ TEST_F(FormPeer, TopMostFormStaysAboveOthers) {
     EXPECT_EQ(textCalls::WindowData(FormHandle(), GWL_EXSTYLE) & WS_EX_TOPMOST, 0);
 }
 
+TEST_F(FormPeer, HourglassIsShownOverTheFormAndItsControlsWhileTheFormSaysSo) {
+    auto& label = Make<Label>(u"lblOne");
+    Place(label);
+    Show();
+    const auto pointerOver = [&](HWND window) {
+        Send(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        return ::GetCursor();
+    };
+    const HCURSOR hourglass = ::LoadCursorA(nullptr, MAKEINTRESOURCEA(32514));
+    EXPECT_NE(pointerOver(FormHandle()), hourglass);
+    form.Pointer(MousePointer::Hourglass);
+    EXPECT_EQ(pointerOver(FormHandle()), hourglass);
+    EXPECT_EQ(pointerOver(Find("lblOne")), hourglass);
+    form.Pointer(MousePointer::Default);
+    EXPECT_NE(pointerOver(Find("lblOne")), hourglass);
+}
+
 TEST_F(FormPeer, ShownFormIsVisibleAndHiddenOneIsNot) {
     Show();
     EXPECT_TRUE(::IsWindowVisible(FormHandle()));
