@@ -53,6 +53,13 @@ COLORREF LinkColor(COLORREF background) {
     return ::GetSysColor(COLOR_WINDOWTEXT);
 }
 
+COLORREF PaleHighlight(COLORREF background) {
+    const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
+    const auto mixed = [](int strong, int weak) { return static_cast<BYTE>((strong + 3 * weak) / 4); };
+    return RGB(mixed(GetRValue(highlight), GetRValue(background)), mixed(GetGValue(highlight), GetGValue(background)),
+               mixed(GetBValue(highlight), GetBValue(background)));
+}
+
 HBRUSH ColorBrush(Color color, BrushHandle& keeper) {
     if (IsSystem(color)) {
         if (const HBRUSH brush = ::GetSysColorBrush(SystemIndex(color))) {

@@ -243,9 +243,13 @@ LRESULT WindowsGrid::CustomDraw(NMLVCUSTOMDRAW& draw) const {
         return CDRF_NOTIFYITEMDRAW;
     }
     if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT) {
-        const Color color = grid_.CellForeColor(static_cast<int>(draw.nmcd.dwItemSpec) + 1);
-        if (color != 0) {
+        const int row = static_cast<int>(draw.nmcd.dwItemSpec) + 1;
+        if (const Color color = grid_.CellForeColor(row); color != 0) {
             draw.clrText = ScreenColor(color);
+        }
+        if (row == grid_.Row() && ::GetFocus() != Window()) {
+            draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+            draw.clrTextBk = PaleHighlight(ScreenColor(grid_.BackColor()));
         }
     }
     return CDRF_DODEFAULT;
