@@ -130,7 +130,9 @@ bool clsTLXPrefs::WritePrefsFile(const std::u16string& path) {
     try {
         TextOutput file = TextOutput::OpenUtf16(files_, path);
         for (const auto& [key, value] : keys_) {
-            file.WriteLine(key + fieldSeparator + value);
+            file.Write(key);
+            file.Write(std::u16string_view(&fieldSeparator, 1));
+            file.WriteLine(value);
         }
         file.Close();
         return true;

@@ -150,7 +150,8 @@ class LayoutCheck {
             width = 0;
         }
         if (width > control.Position().width || lines * measure_.LineHeight(bold) > control.Position().height) {
-            problems_.push_back(Said(control) + " is too small for its text: " + Narrow(control.Caption().substr(0, 80)));
+            problems_.push_back(Said(control) +
+                                " is too small for its text: " + Narrow(control.Caption().substr(0, 80)));
         }
     }
 

@@ -538,6 +538,28 @@ TEST_F(AccountDialogTest, AnAccountThatLeftTheListAfterItWasShownIsNotCharged) {
     EXPECT_EQ(NotificationCount(), 0U);
 }
 
+TEST_F(AccountDialogTest, AListThatCannotBeReadWhileTheDialogComesUpLosesNoJob) {
+    WriteAccounts({Main(1, u"Sales"), Main(2, u"Research")});
+    Dialog().PreLoadAccounts();
+    for (std::int32_t failing = 0; failing < 60; ++failing) {
+        Dialog().AddJob(Job(failing));
+        WriteAccounts({Main(1, u"Sales"), Main(2, u"Research")});
+        for (std::int32_t good = 0; good < failing; ++good) {
+            platform.mutexes.state.waitResults.push_back(WaitResult::Acquired);
+        }
+        platform.mutexes.state.waitResults.push_back(WaitResult::TimedOut);
+        EXPECT_NO_THROW(MonitorTick());
+        platform.mutexes.state.waitResults.clear();
+        ExpectWhole();
+        MonitorTick();
+        if (Dialog().Shown()) {
+            PressCancel();
+        }
+        EXPECT_EQ(cancelled.size(), static_cast<std::size_t>(failing) + 1);
+        EXPECT_EQ(Dialog().lblJobsQueued.Caption(), u"0");
+    }
+}
+
 // ---- Cancel
 
 TEST_F(AccountDialogTest, CancelDeletesTheJobAndSaysSo) {
