@@ -16,6 +16,9 @@ namespace {
 
 // Files are numbered 0 to 999.
 constexpr std::int32_t fileNumbers = 1000;
+// So many files in a row that are there but empty are a web server that does not answer, or that has a page for every
+// address: it is asked for no more of them in one poll.
+constexpr int mostEmptyFiles = 5;
 constexpr std::uint32_t readRetryMilliseconds = 200;
 
 // The lower-cased server of a full printer name.
@@ -28,7 +31,7 @@ std::u16string ServerOf(const std::u16string& fullPrinterName) {
 }
 
 // The number in a server's counter file, which may end with a line break. A number that no file can have is none: it
-// would set the client off reading files for ever. What has just reached the end of the range is about to start again.
+// would set the client off reading files for ever. The one behind the last file is taken, 0 coming next.
 std::int32_t CounterFrom(std::u16string_view text) {
     while (!text.empty() && (text.back() == u'\r' || text.back() == u'\n')) {
         text.remove_suffix(1);
@@ -37,7 +40,7 @@ std::int32_t CounterFrom(std::u16string_view text) {
     if (counter < 0 || counter > fileNumbers) {
         throw Error(errorNumber::overflow, u"clsJobDetectionFile", u"Overflow");
     }
-    return counter % fileNumbers;
+    return counter;
 }
 
 }  // namespace
@@ -143,15 +146,15 @@ void clsJobDetectionFile::GetServerCounters() {
     }
 }
 
-// Files from before the first look are left alone, and so are those around the end of the range, where older files of
-// the same numbers may still lie: PollServers finds the new ones.
+// Files from before the first look are left alone. So are all files when the numbers have started again, since older
+// ones of the same numbers may still lie there; PollServers has read the new ones by then.
 void clsJobDetectionFile::ProcessServerCounter(const std::u16string& serverName) {
     const std::int32_t counter = CounterFrom(serverInterfaces_.Interface(serverName)->GetJobCounter());
     const auto held = jobCounters_.find(Lower(serverName));
     if (held != jobCounters_.end()) {
         for (std::int32_t number = held->second; number < counter; ++number) {
-            if (const std::shared_ptr<clsJobInfo> job = ReadJobFile(number, serverName)) {
-                ReportJob(job);
+            if (const JobFile file = ReadJobFile(number, serverName); file.job) {
+                ReportJob(file.job);
             }
         }
     }
@@ -169,17 +172,19 @@ void clsJobDetectionFile::PollAllServers() {
 
 void clsJobDetectionFile::PollServer(const std::u16string& serverName) {
     const std::shared_ptr<IServerInterface> server = serverInterfaces_.Interface(serverName);
-    log_.Log(u"Testing for job notification file " + NumberText(JobCounter(serverName)));
-    // Once around is enough: a web server that says yes to every file would be asked for ever.
+    log_.Log(u"Testing for job notification file " + NumberText(NextFile(serverName)));
+    int emptyFiles = 0;
+    // Once around is enough, whatever a server has under all these numbers.
     for (std::int32_t i = 0; i < fileNumbers; ++i) {
-        const std::int32_t number = JobCounter(serverName);
+        const std::int32_t number = NextFile(serverName);
         if (!server->TestJobNotificationFile(number)) {
             return;
         }
         log_.Log(u"Reading job event file " + NumberText(number));
-        if (const std::shared_ptr<clsJobInfo> job = ReadJobFile(number, serverName)) {
+        const JobFile file = ReadJobFile(number, serverName);
+        if (file.job) {
             log_.Log(u"Valid job event file processed");
-            ReportJob(job);
+            ReportJob(file.job);
         } else {
             log_.Log(u"Invalid job event file processed");
             if (!server->TestJobNotificationFile(number)) {
@@ -187,20 +192,28 @@ void clsJobDetectionFile::PollServer(const std::u16string& serverName) {
             }
         }
         IncrementJobCounter(serverName);
+        emptyFiles = file.empty ? emptyFiles + 1 : 0;
+        if (emptyFiles == mostEmptyFiles) {
+            // They may be read yet, once the server answers.
+            JobCounter(serverName, (number + 1 - emptyFiles + fileNumbers) % fileNumbers);
+            return;
+        }
     }
 }
 
-// None for a file that cannot be read twice: the server may have been writing it the first time.
-std::shared_ptr<clsJobInfo> clsJobDetectionFile::ReadJobFile(std::int32_t number, const std::u16string& serverName) {
+// A file that cannot be read is tried once more: the server may have been writing it the first time.
+clsJobDetectionFile::JobFile clsJobDetectionFile::ReadJobFile(std::int32_t number, const std::u16string& serverName) {
     const std::shared_ptr<IServerInterface> server = serverInterfaces_.Interface(serverName);
     auto job = std::make_shared<clsJobInfo>();
-    bool valid = job->ReadFromString(server->GetJobNotificationFile(number));
+    std::u16string text = server->GetJobNotificationFile(number);
+    bool valid = job->ReadFromString(text);
     job->JobEventFilename = JobNotificationFileName(windowsUserName_, number);
     if (!valid) {
         system_.Sleep(readRetryMilliseconds);
-        valid = job->ReadFromString(server->GetJobNotificationFile(number));
+        text = server->GetJobNotificationFile(number);
+        valid = job->ReadFromString(text);
     }
-    return valid ? job : nullptr;
+    return {valid ? job : nullptr, text.empty()};
 }
 
 void clsJobDetectionFile::ReportJob(const std::shared_ptr<clsJobInfo>& job) {
@@ -227,8 +240,13 @@ void clsJobDetectionFile::JobCounter(const std::u16string& serverName, std::int3
     jobCounters_[Lower(serverName)] = counter;
 }
 
+// A counter that stands behind the last file means the first one.
+std::int32_t clsJobDetectionFile::NextFile(const std::u16string& serverName) {
+    return JobCounter(serverName) % fileNumbers;
+}
+
 void clsJobDetectionFile::IncrementJobCounter(const std::u16string& serverName) {
-    JobCounter(serverName, (JobCounter(serverName) + 1) % fileNumbers);
+    JobCounter(serverName, (NextFile(serverName) + 1) % fileNumbers);
 }
 
 }  // namespace korvanta

@@ -32,6 +32,11 @@ class clsJobDetectionFile : public IJobDetectionObject {
     void PollServers();
 
   private:
+    struct JobFile {
+        std::shared_ptr<clsJobInfo> job;  // none when the file could not be read as one
+        bool empty = false;
+    };
+
     void IJobDetectionObject_MonitorClockTick() override;
     bool IJobDetectionObject_TestServerHealth() override;
     void IJobDetectionObject_Start(IJobDetectionEventSink& objEventSink) override;
@@ -45,13 +50,14 @@ class clsJobDetectionFile : public IJobDetectionObject {
     void ProcessServerCounter(const std::u16string& serverName);
     void PollAllServers();
     void PollServer(const std::u16string& serverName);
-    std::shared_ptr<clsJobInfo> ReadJobFile(std::int32_t number, const std::u16string& serverName);
+    JobFile ReadJobFile(std::int32_t number, const std::u16string& serverName);
     void ReportJob(const std::shared_ptr<clsJobInfo>& job);
 
     bool ServerHealth(const std::u16string& serverName) const;
     void ServerHealth(const std::u16string& serverName, bool healthy);
     std::int32_t JobCounter(const std::u16string& serverName);
     void JobCounter(const std::u16string& serverName, std::int32_t counter);
+    std::int32_t NextFile(const std::u16string& serverName);
     void IncrementJobCounter(const std::u16string& serverName);
 
     clsServerInterfaces& serverInterfaces_;

@@ -177,16 +177,56 @@ TEST_F(JobDetectionFile, CounterThatNoFileCanHaveIsNoneAndHangsNothing) {
     EXPECT_EQ(sink_.Documents(), Texts{u"still found"});
 }
 
-TEST_F(JobDetectionFile, CounterAtTheEndOfTheRangeStandsForItsStart) {
+TEST_F(JobDetectionFile, CounterAtTheEndOfTheRangeHasTheLastFilesReadAndStandsForItsStart) {
     SetCounter(u"998");
     Start();
     WriteJobs(998, 999);
     SetCounter(u"1000");
     Detector().FullRefresh();
-    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"998", u"999"}));
+    WriteJobs(1, 2);
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.jobs.size(), 2U) << "nothing has come since";
     WriteJob(0, u"0");
+    RemoveJob(1);
     detector_.PollServers();
-    EXPECT_EQ(sink_.Documents().back(), u"0");
+    EXPECT_EQ(sink_.Documents(), (Texts{u"998", u"999", u"0"}));
+}
+
+TEST_F(JobDetectionFile, FileWithLineFeedsAloneIsSkipped) {
+    SetCounter(u"5");
+    Start();
+    files_.WriteUtf16(Organisation::JobFilePath(u"srv", 5),
+                      Replace(Organisation::JobText(laser, u"a"), u"\r\n", u"\n"));
+    WriteJob(6, u"b");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"b"});
+}
+
+TEST_F(JobDetectionFile, ServerThatGoesDownWhileAFileIsReadLosesNoJob) {
+    SetCounter(u"5");
+    Start();
+    WriteJobs(5, 6);
+    files_.onRead = [this](const std::u16string& path) {
+        if (path.ends_with(u"jsmith.005")) {
+            files_.Down(u"srv");
+            files_.faults.FailOnce("Read", 1, windowsError::badNetPath);
+        }
+    };
+    detector_.PollServers();
+    EXPECT_EQ(sink_.jobs.size(), 0U);
+    files_.onRead = nullptr;
+    files_.Up(u"srv");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6"}));
+}
+
+TEST_F(JobDetectionFile, PrinterNamesOfManyBackslashesAreTakenApartAfterTheirPairs) {
+    organisation_.AddServer(u"a");
+    Publish({u"\\\\\\\\srv\\laser", u"\\\\a\\b\\c", u"\\\\\\a\\b", u"\\\\srv\\\\laser", u"behind"});
+    Start();
+    EXPECT_EQ(sink_.printers, (Reports{{u"\\\\\\\\srv\\laser", true}, {u"\\\\a\\b\\c", true}, {u"\\\\\\a\\b", false}}))
+        << "the server of the third is the empty name, the fourth has none and ends the pass";
 }
 
 TEST_F(JobDetectionFile, UserWithoutACounterHasHisFirstJobRead) {
@@ -361,27 +401,71 @@ class JobDetectionOverHttp : public JobDetectionFile {
         organisation_.serverInterfaces.Renew();
         organisation_.serverInterfaces.InterfaceType(1);
     }
+    // Else a web server is taken to have every file.
+    void SayWhatIsMissing() {
+        internet_.unknownUrlBody = "<html>File not found</html>";
+        internet_.PutUtf16(u"http://SRV/TLXData/ClientSet.txt", u"settings");
+    }
     void PutCounter(const std::u16string& text) { internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith.tlu", text); }
 
     fakes::FakeInternet& internet_ = organisation_.platform.internet;
 };
 
-TEST_F(JobDetectionOverHttp, ServerThatHasEveryFileAndNoneIsAskedForEachNumberOnce) {
-    PutCounter(u"5");
+TEST_F(JobDetectionOverHttp, ServerThatHasEveryFileAndNoneIsNotAskedForAllOfThem) {
+    PutCounter(u"998");
     Start();
     detector_.PollServers();
-    EXPECT_EQ(system_.sleeps.size(), 1000U) << "one retry for each number";
+    EXPECT_EQ(system_.sleeps.size(), 5U) << "one retry for each number";
     EXPECT_EQ(sink_.jobs.size(), 0U);
-    internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith.005", Organisation::JobText(laser, u"job"));
+    internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith.998", Organisation::JobText(laser, u"job"));
     organisation_.log.lines.clear();
     detector_.PollServers();
     EXPECT_EQ(sink_.Documents(), Texts{u"job"});
-    EXPECT_EQ(OwnLines()[1], u"Testing for job notification file 5") << "once around changes nothing";
+    EXPECT_EQ(OwnLines()[1], u"Testing for job notification file 998") << "no number was passed over";
+}
+
+TEST_F(JobDetectionOverHttp, EmptyFilesArePassedOverToAJobBehindThem) {
+    SayWhatIsMissing();
+    PutCounter(u"5");
+    Start();
+    for (int number = 5; number <= 14; ++number) {
+        internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith." + PaddedNumberText(number, 3),
+                           number % 5 == 4 ? Organisation::JobText(laser, NumberText(number)) : u"");
+    }
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"9", u"14"}));
+}
+
+TEST_F(JobDetectionOverHttp, ServerThatGoesDownWhileItsFilesAreReadLosesNoJob) {
+    SayWhatIsMissing();
+    PutCounter(u"5");
+    Start();
+    for (int number = 5; number <= 7; ++number) {
+        internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith." + PaddedNumberText(number, 3),
+                           Organisation::JobText(laser, NumberText(number)));
+    }
+    sink_.onJob = Once([this] { internet_.Down(u"SRV"); });
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"5"});
+    EXPECT_LT(internet_.requests.size(), 50U);
+    internet_.Up(u"SRV");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6", u"7"}));
+}
+
+TEST_F(JobDetectionOverHttp, EveryNumberIsAskedForOnceWhenNoneOfThemIsAJob) {
+    PutCounter(u"5");
+    Start();
+    for (int number = 0; number <= 999; ++number) {
+        internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith." + PaddedNumberText(number, 3), u"no job");
+    }
+    detector_.PollServers();
+    EXPECT_EQ(system_.sleeps.size(), 1000U);
+    EXPECT_EQ(sink_.jobs.size(), 0U);
 }
 
 TEST_F(JobDetectionOverHttp, FilesAreReadThroughTheWebService) {
-    internet_.unknownUrlBody = "<html>File not found</html>";
-    internet_.PutUtf16(u"http://SRV/TLXData/ClientSet.txt", u"settings");
+    SayWhatIsMissing();
     PutCounter(u"5");
     Start();
     EXPECT_EQ(sink_.printers, (Reports{{laser, true}}));
