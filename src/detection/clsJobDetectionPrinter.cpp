@@ -22,6 +22,10 @@ constexpr std::uint32_t spareBytes = 1000;
 constexpr std::size_t healthTestWords = 1001;
 constexpr std::uint32_t healthTestBytes = 4000;
 
+// Signals served in one tick. Handles that their server has left signalled for good would keep the program from ending
+// and a detector that replaces this one from ticking.
+constexpr int mostSignals = 1000;
+
 constexpr std::uint32_t waitTimedOut = 258;
 constexpr std::uint32_t waitFailed = 0xFFFFFFFF;
 // The system takes no more handles in one call.
@@ -200,11 +204,10 @@ void clsJobDetectionPrinter::PollPrinters() {
     }
 }
 
-// The Windows NT family. A handle that stays signalled keeps this going, with messages running, until the printers are
-// to be looked up anew.
+// The Windows NT family. Messages run between two signals, and may ask for the printers to be looked up anew.
 void clsJobDetectionPrinter::ServeSignalledPrinters() {
     eventSink_->Activity(u"Checking for new jobs");
-    while (!operations_.RebuildWaits()) {
+    for (int signals = 0; signals < mostSignals && !operations_.RebuildWaits(); ++signals) {
         const std::optional<std::size_t> signalled = SignalledPrinter();
         if (!signalled) {
             return;

@@ -280,6 +280,22 @@ TEST_F(JobDetectionPrinter, HandleSignalledAgainAndAgainIsServedOncePerPass) {
     EXPECT_EQ(handles_.polls.size(), 5U);
 }
 
+TEST_F(JobDetectionPrinter, HandleThatNeverCeasesToBeSignalledDoesNotKeepTheTickForEver) {
+    Publish({u"laser"});
+    Start();
+    AddJob(laser, u"job");
+    spooler_.faults.FailFrom("FindNextChange", 1, 6);
+    int runs = 0;
+    organisation_.platform.messageLoop.onRunPending = [this, &runs] {
+        if (++runs == 10'000) {
+            spooler_.faults.Clear();
+        }
+    };
+    Tick();
+    EXPECT_LT(runs, 10'000);
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+}
+
 TEST_F(JobDetectionPrinter, FailedWaitEndsTheTickWithItsLine) {
     Publish({u"laser"});
     Start();
