@@ -63,13 +63,19 @@ frmMain::frmMain(const MainFormServices& services)
     ConnectControls();
 }
 
+// Windows calls every handler, and through it nothing may be raised.
+template <class Handler>
+void frmMain::Guard(const std::u16string& procedure, Handler handler) {
+    Guarded(services_.log, u"frmMain:" + procedure, handler);
+}
+
 void frmMain::ConnectControls() {
     tmrActivity.Tick.Connect([this] { ActivityTick(); });
-    cmdRefresh.Click.Connect([this] { ScheduleFullRefreshNow(); });
-    cmdRefresh.RightClick.Connect([this] { ShowPopup(mnuPopop); });
-    cmdClose.Click.Connect([this] { Hide(); });
-    mnuLogging.Click.Connect([this] { TurnOnLogging(); });
-    mnuAdvanced.Click.Connect([this] { ShowAdvancedStatus(); });
+    cmdRefresh.Click.Connect([this] { Guard(u"cmdRefresh", [this] { ScheduleFullRefreshNow(); }); });
+    cmdRefresh.RightClick.Connect([this] { Guard(u"cmdRefresh", [this] { ShowPopup(mnuPopop); }); });
+    cmdClose.Click.Connect([this] { Guard(u"cmdClose", [this] { Hide(); }); });
+    mnuLogging.Click.Connect([this] { Guard(u"mnuLogging", [this] { TurnOnLogging(); }); });
+    mnuAdvanced.Click.Connect([this] { Guard(u"mnuAdvanced", [this] { ShowAdvancedStatus(); }); });
 }
 
 void frmMain::OnLoad() {
@@ -80,11 +86,31 @@ void frmMain::OnLoad() {
 
 void frmMain::AddTrayIcon() {
     trayIcon_ = {Window(), trayIconIdentifier, trayIconMessageIconTip, mouseMoveMessage, ctlBanner1.Title()};
-    services_.platform.shell.AddTrayIcon(trayIcon_);
+    services_.platform.shell.AddTrayIcon(*trayIcon_);
+}
+
+void frmMain::RemoveTrayIcon() {
+    if (trayIcon_) {
+        services_.platform.shell.DeleteTrayIcon(*trayIcon_);
+        trayIcon_.reset();
+    }
 }
 
 void frmMain::OnTaskbarCreated() {
-    AddTrayIcon();
+    Guard(u"TaskbarCreated", [this] {
+        if (trayIcon_) {
+            AddTrayIcon();
+        }
+    });
+}
+
+void frmMain::OnResize() {
+    Guard(u"Resize", [this] { StatusForm::OnResize(); });
+}
+
+void frmMain::Detach() {
+    Guard(u"Detach", [this] { RemoveTrayIcon(); });
+    StatusForm::Detach();
 }
 
 void frmMain::SelectDetectionObject() {
@@ -147,20 +173,25 @@ void frmMain::SetServerHealthTestDue(DateTime due) {
 // as the clock was wrong.
 void frmMain::FollowClock(DateTime now) {
     const std::int64_t back = lastTick_.milliseconds - now.milliseconds;
-    if (back > clockSetBack) {
-        SetFullRefreshDue({fullRefreshDue_.milliseconds - back});
-        SetPrinterListScanDue({printerListScanDue_.milliseconds - back});
-        SetServerHealthTestDue({serverHealthTestDue_.milliseconds - back});
-    }
     lastTick_ = now;
+    if (back > clockSetBack) {
+        for (DateTime* due : {&fullRefreshDue_, &printerListScanDue_, &serverHealthTestDue_}) {
+            due->milliseconds -= back;
+        }
+        SetFullRefreshDue(fullRefreshDue_);
+        SetPrinterListScanDue(printerListScanDue_);
+        SetServerHealthTestDue(serverHealthTestDue_);
+    }
 }
 
 void frmMain::ActivityTick() {
-    const DateTime now = services_.platform.clock.Now();
-    FollowClock(now);
-    Pointer(MousePointer::Hourglass);
-    Guarded(services_.log, u"frmMain:tmrActivity", [this, now] { RunDueTask(now); });
-    Pointer(MousePointer::Default);
+    Guard(u"tmrActivity", [this] {
+        const DateTime now = services_.platform.clock.Now();
+        Pointer(MousePointer::Hourglass);
+        FollowClock(now);
+        RunDueTask(now);
+    });
+    Guard(u"tmrActivity", [this] { Pointer(MousePointer::Default); });
 }
 
 void frmMain::RunDueTask(DateTime now) {
@@ -243,7 +274,7 @@ void frmMain::ShowActivity(const std::u16string& text) {
 }
 
 void frmMain::IJobDetectionEventSink_FoundPrinter(const std::u16string& fullPrinterName, bool blnMonitor) {
-    Guarded(services_.log, u"frmMain:FoundPrinter", [&] {
+    Guard(u"FoundPrinter", [&] {
         if (!blnMonitor) {
             ScheduleServerDownFullRefresh();
         }
@@ -283,7 +314,7 @@ void frmMain::ShowAdvancedStatus() {
 void frmMain::OnMouseMove(int /*button*/, double x, double y) {
     const double twipsPerPixel = services_.platform.screen.TwipsPerPixel();
     if (std::lround(x / twipsPerPixel) == leftDoubleClickMessage && std::lround(y) == 0) {
-        ShowOrHide();
+        Guard(u"TrayIcon", [this] { ShowOrHide(); });
     }
 }
 
@@ -295,18 +326,22 @@ void frmMain::ShowOrHide() {
     CenterForm(*this, services_.platform.screen);
     ctlBanner1.Shown();
     Show();
+    cmdClose.TakeFocus();
     SetFormTopMost(*this, true);
     BringToForeground();
 }
 
 bool frmMain::OnQueryUnload(CloseReason reason) {
-    Hide();
-    if (reason != CloseReason::WindowsSession && (reason != CloseReason::TaskManager || !ConfirmClose())) {
-        return false;
-    }
-    services_.platform.system.Sleep(unloadPause);
-    LetMessagesRun();
-    return true;
+    bool unload = reason == CloseReason::WindowsSession;
+    Guard(u"QueryUnload", [&] {
+        Hide();
+        unload = unload || (reason == CloseReason::TaskManager && ConfirmClose());
+        if (unload) {
+            services_.platform.system.Sleep(unloadPause);
+            LetMessagesRun();
+        }
+    });
+    return unload;
 }
 
 bool frmMain::ConfirmClose() {
@@ -317,9 +352,11 @@ bool frmMain::ConfirmClose() {
 }
 
 void frmMain::OnUnload() {
-    tmrActivity.Enabled(false);
-    services_.platform.shell.DeleteTrayIcon(trayIcon_);
-    services_.unloaded();
+    Guard(u"Unload", [this] {
+        tmrActivity.Enabled(false);
+        RemoveTrayIcon();
+    });
+    Guard(u"Unload", [this] { services_.unloaded(); });
 }
 
 std::u16string frmMain::NowText() {

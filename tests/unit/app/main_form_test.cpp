@@ -147,6 +147,7 @@ TEST_F(MainFormTest, DoubleClickOnTheIconShowsTheFormInFrontAndASecondOneHidesIt
     EXPECT_TRUE(Form().Shown());
     EXPECT_TRUE(Form().TopMost());
     EXPECT_EQ(peers.Of(Form()).broughtToForeground, 1);
+    EXPECT_EQ(peers.Of(Form().cmdClose).focused, 1) << "Enter closes it";
     DoubleClickIcon();
     EXPECT_FALSE(Form().Shown());
 }
