@@ -63,7 +63,7 @@ LRESULT CALLBACK ControlWindow::EveryMessage(HWND window, UINT message, WPARAM w
         return textCalls::DefaultProcedure(window, message, wParam, lParam);
     }
     const RunningProcedure running(self->form_);
-    return self->Procedure(message, wParam, lParam);
+    return Contained([&] { return self->Procedure(message, wParam, lParam); });
 }
 
 LRESULT ControlWindow::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {

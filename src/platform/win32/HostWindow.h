@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <exception>
 #include <functional>
 #include <map>
 #include <memory>
@@ -38,6 +39,17 @@ struct FormWindows {
     bool hourglass = false;
     std::map<UINT_PTR, std::function<void()>> timers;
 };
+
+// What a window procedure is left with when it raised, for want of memory as a rule: nothing may pass through Windows
+// to whoever sent the message. The message is done as far as it came, and the program lives on.
+template <class ProcedureCall>
+LRESULT Contained(ProcedureCall procedure) {
+    try {
+        return procedure();
+    } catch (const std::exception&) {
+        return 0;
+    }
+}
 
 // Counts a window procedure that runs, and keeps what it needs. While one runs no window may be destroyed under it.
 class RunningProcedure {

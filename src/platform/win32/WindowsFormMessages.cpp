@@ -29,7 +29,7 @@ LRESULT CALLBACK WindowsForm::EveryMessage(HWND window, UINT message, WPARAM wPa
         return textCalls::DefaultProcedure(window, message, wParam, lParam);
     }
     const RunningProcedure running(self->windows_);
-    return self->Procedure(message, wParam, lParam);
+    return Contained([&] { return self->Procedure(message, wParam, lParam); });
 }
 
 LRESULT WindowsForm::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
