@@ -1,7 +1,9 @@
 #include "app/StatusForm.h"
 
 #include <algorithm>
-#include <array>
+#include <numeric>
+
+#include "app/TaskResults.h"
 
 namespace korvanta {
 
@@ -11,7 +13,8 @@ constexpr int gap = 120;
 constexpr int smallGap = 45;
 constexpr int slack = 60;
 constexpr int buttonWidth = 1260;
-constexpr int columns = 4;
+constexpr int columnGap = 120;
+const char16_t* const longDate = u"00.00.0000 00:00:00 AM";
 constexpr int smallestWidth = 8400;
 constexpr int listHeight = 1500;
 }  // namespace
@@ -103,14 +106,30 @@ void StatusForm::AddControls() {
     mnuPopop.Add(mnuAdvanced);
 }
 
-// Wide enough for the banner, and for the captions of each column of the advanced display.
+// Of the advanced display's columns: each holds its captions and whatever it may come to show.
+std::array<int, StatusForm::columns> StatusForm::ColumnWidths() const {
+    const auto room = [this](std::initializer_list<const Label*> labels, std::initializer_list<const char16_t*> texts) {
+        int width = 0;
+        for (const Label* label : labels) {
+            width = std::max(width, textMeasure_.Width(label->Caption(), label->Bold()));
+        }
+        for (const char16_t* text : texts) {
+            width = std::max(width, textMeasure_.Width(text, false));
+        }
+        return width + slack + columnGap;
+    };
+    return {room({&lblTask, &lblFullRefresh, &lblPrinterListScan, &lblServerHealthTest}, {}),
+            room({&lblPerformed}, {longDate}),
+            room({&lblResult}, {taskResult::refreshExecuting, taskResult::refreshCompleted, taskResult::executing,
+                                taskResult::listChanged, taskResult::listUnchanged, taskResult::serversValid,
+                                taskResult::serversInvalid}),
+            room({&lblDue}, {longDate})};
+}
+
 int StatusForm::NormalWidth() const {
-    int column = 0;
-    for (const Label* label :
-         {&lblTask, &lblPerformed, &lblResult, &lblDue, &lblFullRefresh, &lblPrinterListScan, &lblServerHealthTest}) {
-        column = std::max(column, textMeasure_.Width(label->Caption(), label->Bold()) + slack + smallGap);
-    }
-    return std::max({smallestWidth, ctlBanner1.SmallestWidth(), columns * column + 2 * margin});
+    const std::array<int, columns> widths = ColumnWidths();
+    const int table = std::accumulate(widths.begin(), widths.end(), 0);
+    return std::max({smallestWidth, ctlBanner1.SmallestWidth(), table + 2 * margin});
 }
 
 int StatusForm::NormalHeight() const {
@@ -145,12 +164,12 @@ void StatusForm::OnResize() {
         {&lblPrinterListScan, &lblPrinterListScanPerformed, &lblPrinterListScanResult, &lblPrinterListScanDue},
         {&lblServerHealthTest, &lblServerHealthTestPerformed, &lblServerHealthTestResult, &lblServerHealthTestDue},
     }};
-    const int columnWidth = (right - margin) / columns;
+    const std::array<int, columns> widths = ColumnWidths();
     for (const auto& row : rows) {
         int left = margin;
-        for (Label* label : row) {
-            label->Move({left, top, columnWidth - smallGap, line_});
-            left += columnWidth;
+        for (std::size_t column = 0; column < columns; ++column) {
+            row[column]->Move({left, top, widths[column] - columnGap, line_});
+            left += widths[column];
         }
         top += line_ + smallGap;
     }

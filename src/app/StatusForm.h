@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
+
 #include "controls/Form.h"
 #include "platform/TextMeasure.h"
 #include "ui/HLine.h"
@@ -60,6 +63,8 @@ class StatusForm : public Form {
   private:
     void SetCaptions();
     void AddControls();
+    static constexpr std::size_t columns = 4;
+    std::array<int, columns> ColumnWidths() const;
     int NormalWidth() const;
     int NormalHeight() const;
 

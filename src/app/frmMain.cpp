@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "app/TaskResults.h"
 #include "app/basGUIAPI.h"
 #include "common/Conversion.h"
 #include "common/Guarded.h"
@@ -220,7 +221,7 @@ void frmMain::RunDueTask(DateTime now) {
 void frmMain::FullRefresh() {
     Pointer(MousePointer::Hourglass);
     lblFullRefreshPerformed.Caption(NowText());
-    lblFullRefreshResult.Caption(u"Executing.....");
+    lblFullRefreshResult.Caption(taskResult::refreshExecuting);
     ScheduleFullRefresh();
     LetMessagesRun();
     services_.loadClientSettings();
@@ -231,39 +232,39 @@ void frmMain::FullRefresh() {
     LetMessagesRun();
     const std::shared_ptr<IJobDetectionObject> detector = detector_;
     detector->FullRefresh();
-    lblFullRefreshResult.Caption(u"Completed.");
+    lblFullRefreshResult.Caption(taskResult::refreshCompleted);
     LetMessagesRun();
     Pointer(MousePointer::Default);
 }
 
 void frmMain::PrinterListScan() {
     lblPrinterListScanPerformed.Caption(NowText());
-    lblPrinterListScanResult.Caption(u"Executing...");
+    lblPrinterListScanResult.Caption(taskResult::executing);
     SchedulePrinterListScan();
     LetMessagesRun();
     services_.printersMonitored.RefreshPrinterLists();
     if (services_.printersMonitored.PrinterListChanged()) {
-        lblPrinterListScanResult.Caption(u"Printer list changed.");
+        lblPrinterListScanResult.Caption(taskResult::listChanged);
         LetMessagesRun();
         lvwPrinters.Clear();
         const std::shared_ptr<IJobDetectionObject> detector = detector_;
         detector->PrinterListChanged();
     } else {
-        lblPrinterListScanResult.Caption(u"Printer list unchanged.");
+        lblPrinterListScanResult.Caption(taskResult::listUnchanged);
     }
     LetMessagesRun();
 }
 
 void frmMain::ServerHealthTest() {
     lblServerHealthTestPerformed.Caption(NowText());
-    lblServerHealthTestResult.Caption(u"Executing...");
+    lblServerHealthTestResult.Caption(taskResult::executing);
     ScheduleServerHealthTest();
     LetMessagesRun();
     const std::shared_ptr<IJobDetectionObject> detector = detector_;
     if (detector->TestServerHealth()) {
-        lblServerHealthTestResult.Caption(u"All handles / servers valid.");
+        lblServerHealthTestResult.Caption(taskResult::serversValid);
     } else {
-        lblServerHealthTestResult.Caption(u"Some handles / servers invalid.");
+        lblServerHealthTestResult.Caption(taskResult::serversInvalid);
         ScheduleFullRefreshNow();
     }
 }

@@ -13,6 +13,11 @@ LRESULT CALLBACK PlainProcedure(HWND window, UINT message, WPARAM wParam, LPARAM
     return textCalls::DefaultProcedure(window, message, wParam, lParam);
 }
 
+// Whoever asks all windows of the program to close must not take the forms away that this one owns.
+LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return message == WM_CLOSE ? 0 : textCalls::DefaultProcedure(window, message, wParam, lParam);
+}
+
 struct Message {
     UINT message;
     WPARAM wParam;
@@ -44,7 +49,7 @@ void RegisterPlainClass(const std::u16string& name) {
 HWND OwnerOfHiddenButtons(ProgramWindows& program) {
     if (!program.owner) {
         const std::u16string ownerClass = u"Korvanta.Owner";
-        RegisterPlainClass(ownerClass);
+        RegisterPlainClass(ownerClass, &OwnerProcedure);
         program.owner.Reset(textCalls::MakeWindow(WS_EX_TOOLWINDOW, textCalls::Wide(ownerClass), {}, WS_POPUP, 0, 0, 0,
                                                   0, nullptr, nullptr, nullptr));
     }
