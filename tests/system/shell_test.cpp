@@ -87,6 +87,22 @@ TEST_F(ShellTest, TaskManagerCloseAsksAndNoKeepsTheProgram) {
     EXPECT_TRUE(DialogOffers(L"Kept.doc"));
 }
 
+TEST_F(ShellTest, ClosingEveryWindowOfTheProgramAsksAndNoKeepsTheProgram) {
+    ASSERT_NO_FATAL_FAILURE(Start());
+    for (const driver::Window& window : driver::TopLevelWindows(Client().ProcessId(), L"")) {
+        window.Post(WM_CLOSE);
+    }
+    const std::optional<driver::MessageWindow> box = Client().WaitForMessage();
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box->Title(), L"Close Korvanta?");
+    EXPECT_TRUE(box->Press(driver::MessageWindow::no));
+    EXPECT_TRUE(StatusForm().Answers());
+    Announce(L"Kept.doc");
+    EXPECT_TRUE(DialogOffers(L"Kept.doc"));
+    Client().DoubleClickIcon();
+    EXPECT_TRUE(Client().WaitForVisible(statusForm));
+}
+
 TEST_F(ShellTest, TaskManagerCloseEndsTheProgramOnYes) {
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(CloseFromTaskManager());
