@@ -87,8 +87,8 @@ bool basKorvanta::StartUp() {
         std::make_unique<clsPrintersMonitored>(*serverInterfaces_, platform_.mutexes, log_, primaryServerName_);
     marker_ = u"Main:10";
     printersMonitored_->RefreshPrinterLists();
-    MakeForms();
     marker_ = u"Main:11";
+    MakeForms();
     mainForm_->Load(peers_);
     marker_ = u"Main:12";
     accountDialog_->Load(peers_);
@@ -124,7 +124,7 @@ bool basKorvanta::ObtainPrimaryServer() {
 }
 
 bool basKorvanta::AskForPrimaryServer() {
-    frmPrimaryServer dialog(platform_, translator_, registrySettings_, messages_, information_, applicationTitle);
+    frmPrimaryServer dialog(platform_, log_, translator_, registrySettings_, messages_, information_, applicationTitle);
     dialog.Load(peers_);
     CenterForm(dialog, platform_.screen);
     dialog.ShowModal();

@@ -66,17 +66,17 @@ frmMain::frmMain(const MainFormServices& services)
 
 // Windows calls every handler, and through it nothing may be raised.
 template <class Handler>
-void frmMain::Guard(const std::u16string& procedure, Handler handler) {
-    Guarded(services_.log, u"frmMain:" + procedure, handler);
+void frmMain::Guard(const char16_t* procedure, Handler handler) {
+    Guarded(services_.log, procedure, handler);
 }
 
 void frmMain::ConnectControls() {
     tmrActivity.Tick.Connect([this] { ActivityTick(); });
-    cmdRefresh.Click.Connect([this] { Guard(u"cmdRefresh", [this] { ScheduleFullRefreshNow(); }); });
-    cmdRefresh.RightClick.Connect([this] { Guard(u"cmdRefresh", [this] { ShowPopup(mnuPopop); }); });
-    cmdClose.Click.Connect([this] { Guard(u"cmdClose", [this] { Hide(); }); });
-    mnuLogging.Click.Connect([this] { Guard(u"mnuLogging", [this] { TurnOnLogging(); }); });
-    mnuAdvanced.Click.Connect([this] { Guard(u"mnuAdvanced", [this] { ShowAdvancedStatus(); }); });
+    cmdRefresh.Click.Connect([this] { Guard(u"frmMain:cmdRefresh", [this] { ScheduleFullRefreshNow(); }); });
+    cmdRefresh.RightClick.Connect([this] { Guard(u"frmMain:cmdRefresh", [this] { ShowPopup(mnuPopop); }); });
+    cmdClose.Click.Connect([this] { Guard(u"frmMain:cmdClose", [this] { Hide(); }); });
+    mnuLogging.Click.Connect([this] { Guard(u"frmMain:mnuLogging", [this] { TurnOnLogging(); }); });
+    mnuAdvanced.Click.Connect([this] { Guard(u"frmMain:mnuAdvanced", [this] { ShowAdvancedStatus(); }); });
 }
 
 void frmMain::OnLoad() {
@@ -98,7 +98,7 @@ void frmMain::RemoveTrayIcon() {
 }
 
 void frmMain::OnTaskbarCreated() {
-    Guard(u"TaskbarCreated", [this] {
+    Guard(u"frmMain:TaskbarCreated", [this] {
         if (trayIcon_) {
             AddTrayIcon();
         }
@@ -106,11 +106,11 @@ void frmMain::OnTaskbarCreated() {
 }
 
 void frmMain::OnResize() {
-    Guard(u"Resize", [this] { StatusForm::OnResize(); });
+    Guard(u"frmMain:Resize", [this] { StatusForm::OnResize(); });
 }
 
 void frmMain::Detach() {
-    Guard(u"Detach", [this] { RemoveTrayIcon(); });
+    Guard(u"frmMain:Detach", [this] { RemoveTrayIcon(); });
     StatusForm::Detach();
 }
 
@@ -186,13 +186,13 @@ void frmMain::FollowClock(DateTime now) {
 }
 
 void frmMain::ActivityTick() {
-    Guard(u"tmrActivity", [this] {
+    Guard(u"frmMain:tmrActivity", [this] {
         const DateTime now = services_.platform.clock.Now();
         Pointer(MousePointer::Hourglass);
         FollowClock(now);
         RunDueTask(now);
     });
-    Guard(u"tmrActivity", [this] { Pointer(MousePointer::Default); });
+    Guard(u"frmMain:tmrActivity", [this] { Pointer(MousePointer::Default); });
 }
 
 void frmMain::RunDueTask(DateTime now) {
@@ -275,7 +275,7 @@ void frmMain::ShowActivity(const std::u16string& text) {
 }
 
 void frmMain::IJobDetectionEventSink_FoundPrinter(const std::u16string& fullPrinterName, bool blnMonitor) {
-    Guard(u"FoundPrinter", [&] {
+    Guard(u"frmMain:FoundPrinter", [&] {
         if (!blnMonitor) {
             ScheduleServerDownFullRefresh();
         }
@@ -315,7 +315,7 @@ void frmMain::ShowAdvancedStatus() {
 void frmMain::OnMouseMove(int /*button*/, double x, double y) {
     const double twipsPerPixel = services_.platform.screen.TwipsPerPixel();
     if (std::lround(x / twipsPerPixel) == leftDoubleClickMessage && std::lround(y) == 0) {
-        Guard(u"TrayIcon", [this] { ShowOrHide(); });
+        Guard(u"frmMain:TrayIcon", [this] { ShowOrHide(); });
     }
 }
 
@@ -334,7 +334,7 @@ void frmMain::ShowOrHide() {
 
 bool frmMain::OnQueryUnload(CloseReason reason) {
     bool unload = reason == CloseReason::WindowsSession;
-    Guard(u"QueryUnload", [&] {
+    Guard(u"frmMain:QueryUnload", [&] {
         Hide();
         unload = unload || (reason == CloseReason::TaskManager && ConfirmClose());
         if (unload) {
@@ -353,11 +353,11 @@ bool frmMain::ConfirmClose() {
 }
 
 void frmMain::OnUnload() {
-    Guard(u"Unload", [this] {
+    Guard(u"frmMain:Unload", [this] {
         tmrActivity.Enabled(false);
         RemoveTrayIcon();
     });
-    Guard(u"Unload", [this] { services_.unloaded(); });
+    Guard(u"frmMain:Unload", [this] { services_.unloaded(); });
 }
 
 std::u16string frmMain::NowText() {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "app/StatusForm.h"
 #include "app/basLog.h"
@@ -47,6 +48,8 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     void Start();
     // The detection object in use, none before the form is loaded.
     const IJobDetectionObject* JobDetectionObject() const { return detector_.get(); }
+    // Takes the icon out of the notification area as well, should it still be there.
+    void Detach() override;
 
     DateTime FullRefreshDue() const { return fullRefreshDue_; }
     DateTime PrinterListScanDue() const { return printerListScanDue_; }
@@ -57,6 +60,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     void OnLoad() override;
     bool OnQueryUnload(CloseReason reason) override;
     void OnUnload() override;
+    void OnResize() override;
     void OnMouseMove(int button, double x, double y) override;
     void OnTaskbarCreated() override;
 
@@ -66,7 +70,10 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     void IJobDetectionEventSink_Activity(const std::u16string& strActivity) override;
 
     void ConnectControls();
+    template <class Handler>
+    void Guard(const char16_t* procedure, Handler handler);
     void AddTrayIcon();
+    void RemoveTrayIcon();
     void SelectDetectionObject();
     void ScheduleFullRefresh();
     void ScheduleServerDownFullRefresh();
@@ -93,7 +100,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     MainFormServices services_;
     std::shared_ptr<IJobDetectionObject> detector_;
     std::int32_t currentDetectionMethod_ = 0;
-    TrayIcon trayIcon_;
+    std::optional<TrayIcon> trayIcon_;
     DateTime fullRefreshDue_;
     DateTime printerListScanDue_;
     DateTime serverHealthTestDue_;

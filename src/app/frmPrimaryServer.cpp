@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "common/Error.h"
+#include "common/Guarded.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
 
@@ -15,13 +15,14 @@ constexpr int buttonWidth = 1260;
 constexpr int smallestWidth = 7200;
 }  // namespace
 
-frmPrimaryServer::frmPrimaryServer(Platform& platform, Translator& translator, clsRegSettings& registrySettings,
-                                   MessageTexts& messages, SystemInformation& systemInformation,
-                                   std::u16string applicationTitle)
+frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator& translator,
+                                   clsRegSettings& registrySettings, MessageTexts& messages,
+                                   SystemInformation& systemInformation, std::u16string applicationTitle)
     : Form(u"frmPrimaryServer"),
       ctlBanner1(u"ctlBanner1",
                  {platform.files, platform.codePage, platform.shell, platform.textMeasure, registrySettings}),
       platform_(platform),
+      log_(log),
       translator_(translator),
       messages_(messages),
       systemInformation_(systemInformation),
@@ -42,8 +43,8 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, Translator& translator, c
                                                             &HLine1, &OKButton, &CancelButton}) {
         Add(*control);
     }
-    OKButton.Click.Connect([this] { OK(); });
-    CancelButton.Click.Connect([this] { Cancel(); });
+    OKButton.Click.Connect([this] { Guarded(log_, u"frmPrimaryServer:OKButton", [this] { OK(); }); });
+    CancelButton.Click.Connect([this] { Guarded(log_, u"frmPrimaryServer:CancelButton", [this] { Cancel(); }); });
 
     const int line = platform_.textMeasure.LineHeight(false) + 30;
     const int width = std::max(smallestWidth, ctlBanner1.SmallestWidth());
@@ -65,6 +66,10 @@ void frmPrimaryServer::OnLoad() {
 }
 
 void frmPrimaryServer::OnResize() {
+    Guarded(log_, u"frmPrimaryServer:Resize", [this] { PlaceControls(); });
+}
+
+void frmPrimaryServer::PlaceControls() {
     const int line = platform_.textMeasure.LineHeight(false) + 30;
     const int field = line + 105;
     const int right = ClientWidth() - margin;

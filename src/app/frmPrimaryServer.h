@@ -16,7 +16,7 @@ namespace korvanta {
 class frmPrimaryServer : public Form {
   public:
     // `applicationTitle` is the default title of message boxes.
-    frmPrimaryServer(Platform& platform, Translator& translator, clsRegSettings& registrySettings,
+    frmPrimaryServer(Platform& platform, TraceLog& log, Translator& translator, clsRegSettings& registrySettings,
                      MessageTexts& messages, SystemInformation& systemInformation, std::u16string applicationTitle);
 
     // Whether OK has succeeded.
@@ -38,12 +38,14 @@ class frmPrimaryServer : public Form {
 
   private:
     int ExplanationHeight(int clientWidth) const;
+    void PlaceControls();
     void OK();
     void Cancel();
     bool CanCreateNotifications(const std::u16string& server);
     void ShowMessage(const char16_t* label);
 
     Platform& platform_;
+    TraceLog& log_;
     Translator& translator_;
     MessageTexts& messages_;
     SystemInformation& systemInformation_;

@@ -9,6 +9,7 @@
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeSetupFile.h"
 #include "fakes/FakeSystemInformation.h"
+#include "fakes/FakeTraceLog.h"
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 #include "unit/layout/LayoutCheck.h"
@@ -39,6 +40,7 @@ class FormLayoutTest : public testing::TestWithParam<double> {
     fakes::FakePlatform platform;
     fakes::FakeSetupFile setupFile;
     fakes::FakeErrorReports reports;
+    fakes::FakeTraceLog log;
     fakes::FakeSystemInformation information;
     clsRegSettings registrySettings{platform.registry, setupFile, reports};
     PlainTranslator translator;
@@ -72,7 +74,7 @@ class StatusLayoutTest : public FormLayoutTest {
 
 class PrimaryServerLayoutTest : public FormLayoutTest {
   protected:
-    frmPrimaryServer form{platform.platform, translator, registrySettings, messages, information, u"Korvanta"};
+    frmPrimaryServer form{platform.platform, log, translator, registrySettings, messages, information, u"Korvanta"};
 };
 
 }  // namespace
