@@ -8,9 +8,9 @@ namespace korvanta {
 // Everything that the client reads from one server, whatever transport brings it.
 //
 // ServerName comes before any other operation: the bare name, without backslashes or scheme. Nothing here raises: a
-// file that cannot be obtained is the empty text, a test that fails is false, and the trace log has the reason. Texts
-// are whole files without their byte-order mark; lines and fields are the reader's business. An operation blocks the
-// thread while the server answers, and may let messages run meanwhile.
+// file that cannot be obtained is the empty text, a test that fails is false, and the trace log has the reason where
+// somebody may want to know it. Texts are whole files without their byte-order mark; lines and fields are the reader's
+// business. An operation blocks the thread while the server answers, and may let messages run meanwhile.
 class IServerInterface {
   public:
     virtual ~IServerInterface() = default;

@@ -31,7 +31,7 @@ class clsServerInterfaceHTTP : public IServerInterface {
     std::u16string JobUrl(const std::u16string& name) const;
     // The text of a file that begins with a UTF-16 byte-order mark; anything else is the empty text.
     std::u16string GetURL(const std::u16string& url);
-    // False only when the response says "file not found".
+    // False when the response says "file not found" or every attempt raises; a server that does not answer passes.
     bool TestURL(const std::u16string& url);
     std::u16string ReadTemporaryFile();
 

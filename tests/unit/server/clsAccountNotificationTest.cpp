@@ -155,6 +155,12 @@ TEST_F(AccountNotification, TheFileGoesToTheServerThatHoldsThePrinter) {
     EXPECT_EQ(NotificationFolder(u"PRINTSRV\\Laser"), u"\\\\PRINTSRV\\TLXActN$\\");
 }
 
+TEST_F(AccountNotification, PairsOfBackslashesAreNoSeparators) {
+    EXPECT_EQ(NotificationFolder(u"\\\\\\\\PRINTSRV\\Laser"), u"\\\\PRINTSRV\\TLXActN$\\");
+    EXPECT_EQ(NotificationFolder(u"\\\\\\PRINTSRV\\Laser"), u"\\\\\\TLXActN$\\");
+    EXPECT_FALSE(NotificationFolder(u"\\\\PRINTSRV\\\\Laser").has_value());
+}
+
 TEST_F(AccountNotification, APrinterNameWithoutAServerHasNoFolder) {
     EXPECT_FALSE(NotificationFolder(u"Laser").has_value());
     EXPECT_FALSE(NotificationFolder(u"").has_value());

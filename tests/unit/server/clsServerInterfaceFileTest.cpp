@@ -184,6 +184,20 @@ TEST_F(ServerInterfaceFile, AFileOf200MegabytesIsEmpty) {
     EXPECT_TRUE(log.HasStart(printersFailed + u"7 - Out of memory"));
 }
 
+TEST_F(ServerInterfaceFile, UserNamesAreTakenIntoPathsAsTheyAre) {
+    for (const std::u16string user : {u"j. o'neil", u"m\u00FCller \u0416", u"50% #1 & \"x\"", u""}) {
+        clsServerInterfaceFile other(files, log, user);
+        IServerInterface& theirs = other;
+        theirs.ServerName(u"SRV");
+        files.WriteUtf16(jobs + user + u".tlu", u"8");
+        files.WriteUtf16(jobs + user + u".007", u"job");
+        EXPECT_EQ(theirs.GetJobCounter(), u"8");
+        EXPECT_TRUE(theirs.TestJobNotificationFile(7));
+        EXPECT_EQ(theirs.GetJobNotificationFile(7), u"job");
+        EXPECT_EQ(files.log.back(), u"OpenForReading " + jobs + user + u".007");
+    }
+}
+
 TEST_F(ServerInterfaceFile, TextsComeUndecoded) {
     const std::u16string odd{u'a', u'\0', 0xD800, u'\n', 0xDC00, 0xFFFF, u'\u0001'};
     files.WriteUtf16(data + u"Printers.txt", odd);

@@ -148,6 +148,42 @@ TEST_F(TLXAccounts, WhoHoldsTheOldListsKeepsThem) {
     EXPECT_TRUE(titles->SubTitleContains(1, u"a1"));
 }
 
+TEST_F(TLXAccounts, OldListsAreGoneBeforeNewOnesAreRead) {
+    files.WriteUtf16(serverFile, twoMainAccounts);
+    ASSERT_TRUE(accounts.LoadAccounts());
+    const std::weak_ptr<const List> list = accounts.AccountList();
+    const std::weak_ptr<const AccountDictionary> dictionary = accounts.AccountDict();
+    const std::weak_ptr<const AccountTitles> titles = accounts.Titles();
+    const std::weak_ptr<const clsAccount> account = accounts.AccountDict()->at(4);
+    files.SetModified(serverFile, 1);
+    int reads = 0;
+    files.onRead = [&](const std::u16string&) {
+        ++reads;
+        EXPECT_TRUE(list.expired() && dictionary.expired() && titles.expired() && account.expired());
+    };
+    EXPECT_TRUE(accounts.LoadAccounts());
+    EXPECT_GT(reads, 0);
+}
+
+TEST_F(TLXAccounts, AnotherOrderOfTheLinesIsAnotherList) {
+    files.WriteUtf16(serverFile, twoMainAccounts);
+    ASSERT_TRUE(accounts.LoadAccounts());
+    files.WriteUtf16(serverFile, Line(2, true, u"B") + Line(3, false, u"B", u"A1") + Line(1, true, u"A") +
+                                     Line(4, false, u"A", u"A2"));
+    files.SetModified(serverFile, 1);
+    EXPECT_TRUE(accounts.LoadAccounts());
+    EXPECT_TRUE(accounts.AccountsFileChanged());
+    EXPECT_EQ(Groups(), u"B:2 A1:3 | A:1 A2:4");
+}
+
+TEST_F(TLXAccounts, TitlesOf260CharactersComeWhole) {
+    const std::u16string title(260, u'W');
+    files.WriteUtf16(serverFile, Line(1, true, title) + Line(2, false, title, title + u"x"));
+    EXPECT_TRUE(accounts.LoadAccounts());
+    EXPECT_EQ(accounts.AccountDict()->at(2)->CompoundTitle(), title + u" / " + title + u"x");
+    EXPECT_TRUE(accounts.Titles()->SubTitleContains(1, u"wwx"));
+}
+
 TEST_F(TLXAccounts, AFirstLineThatIsASubAccountLoadsNothing) {
     files.WriteUtf16(serverFile, Line(3, false, u"A", u"A1") + Line(1, true, u"A"));
     EXPECT_FALSE(accounts.LoadAccounts());
