@@ -472,6 +472,66 @@ TEST_F(ReentryDetailTest, AccountsThatChangeWhileTheyAreListedAreListedAnewForTh
     EXPECT_EQ(AllIds().size(), 6U);
 }
 
+TEST_F(ReentryDetailTest, AJobAnsweredWhileTheDialogComesUpIsNotRejectedForMissingAccounts) {
+    AddJobs(1);
+    Dialog().PreLoadAccounts();
+    int runs = 0;
+    platform.messageLoop.onRunPending = [&] {
+        if (++runs == 2) {
+            PressOK();
+            files.RemoveFile(accountsFile);
+            files.RemoveFile(u"C:\\Temp\\tlxact.txt");
+        }
+    };
+    MonitorTick();
+    EXPECT_TRUE(Notified(1));
+    EXPECT_THAT(platform.messageBoxes.shown, IsEmpty());
+}
+
+TEST_F(ReentryDetailTest, TheNextJobIsNotRejectedForTheAccountsThatTheLastOneLacked) {
+    AddJobs(2);
+    files.RemoveFile(accountsFile);
+    platform.messageBoxes.whileOpen = [&](const auto& box) {
+        if (box.text == Text(u"lblAccountListError")) {
+            PressCancel();
+            WriteAccounts(ManyAccounts(groups));
+            MonitorTick();
+        }
+    };
+    MonitorTick();
+    EXPECT_THAT(cancelled, ElementsAre(1));
+    EXPECT_TRUE(Dialog().Shown());
+    EXPECT_EQ(AllIds().size(), 2U * groups);
+    platform.messageBoxes.whileOpen = nullptr;
+    PressCancel();
+    EXPECT_EQ(BoxTexts().back(), Text(u"lblJobCancelSuccess"));
+}
+
+TEST_F(ReentryDetailTest, WhatTheUserDoesForTheNextJobWhileTheLastFillEndsIsKept) {
+    Lines lines = ManyAccounts(20);
+    lines.push_back(Main(7, u"Last", true, true, 1));
+    WriteAccounts(lines);
+    AddJobs(2);
+    bool nested = false;
+    platform.messageLoop.onRunPendingOften = [&] {
+        if (!nested) {
+            nested = true;
+            PressCancel();
+            MonitorTick();
+            SelectAll(7);
+            Dialog().chkInvoice.HandleClick(false);
+            Dialog().txtComment.HandleChange(u"mine");
+        }
+    };
+    MonitorTick();
+    EXPECT_THAT(cancelled, ElementsAre(1));
+    EXPECT_TRUE(Dialog().Shown());
+    EXPECT_EQ(Dialog().ctlAccountListAll.SelectedID(), 7);
+    EXPECT_EQ(Dialog().txtComment.Text(), u"mine");
+    EXPECT_FALSE(Dialog().chkInvoice.Value());
+    ExpectWhole();
+}
+
 TEST_F(ReentryDetailTest, ACancelThatLetsMessagesRunAnswersItsJobOnce) {
     AddJobs(2);
     MonitorTick();

@@ -255,6 +255,21 @@ TEST_F(AccountListTest, WalkingStaysWithinTheDataRows) {
     EXPECT_EQ(list.SelectedID(), 30);
 }
 
+TEST_F(AccountListTest, WalkingOutOfViewScrollsByAsMuch) {
+    for (std::int32_t id = 1; id <= 30; ++id) {
+        list.AddAccount(MainAccount(id, u"A"));
+    }
+    list.flxAccounts.HandleViewport(1, 10);
+    list.flxAccounts.HandleRow(9);
+    list.MoveBy(1);
+    EXPECT_EQ(list.flxAccounts.TopRow(), 1);
+    list.MoveBy(1);
+    EXPECT_EQ(list.flxAccounts.TopRow(), 2);
+    list.flxAccounts.HandleRow(2);
+    list.MoveBy(-1);
+    EXPECT_EQ(list.flxAccounts.TopRow(), 1);
+}
+
 TEST_F(AccountListTest, OnlyActiveAccountsMayBeCharged) {
     AddThree();
     EXPECT_THAT(list.ActiveIDs(), ElementsAre(10, 20));

@@ -310,9 +310,12 @@ TEST_F(AccountDialogTest, OKTakesTheAccountOfTheTabThatIsShown) {
 }
 
 TEST_F(AccountDialogTest, OKAndCancelDoNothingWhileNoJobIsOffered) {
+    Dialog().PreLoadAccounts();
+    SelectAll(1);
     Dialog().AddJob(Job(1));
     PressOK();
     PressCancel();
+    EXPECT_THAT(platform.messageBoxes.shown, IsEmpty());
     EXPECT_EQ(Dialog().lblJobsQueued.Caption(), u"1");
     EXPECT_THAT(cancelled, IsEmpty());
     EXPECT_EQ(NotificationCount(), 0U);
