@@ -54,8 +54,8 @@ bool basKorvanta::Main() {
 }
 
 bool basKorvanta::StartUp() {
-    // The system's controls are made ready by whoever makes the windows.
     marker_ = u"Main:1";
+    platform_.system.InitializeControls();
     marker_ = u"Main:2";
     platform_.system.HideFromTaskList();
     marker_ = u"Main:3";

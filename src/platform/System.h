@@ -23,6 +23,8 @@ class System {
     virtual void Sleep(std::uint32_t milliseconds) = 0;
     // An entry in the Windows application event log; failures are lost.
     virtual void WriteEventLog(const std::u16string& text) = 0;
+    // Makes the system's common controls ready, once before any window.
+    virtual void InitializeControls() = 0;
     // Keeps the program off the system's task list where the system needs to be asked.
     virtual void HideFromTaskList() = 0;
     // True for the first program of this session that claims the name, until it ends.

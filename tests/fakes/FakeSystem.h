@@ -26,6 +26,7 @@ class FakeSystem : public System {
     // Called by Sleep after the clock has moved on.
     std::function<void()> onSleep;
     std::vector<std::u16string> eventLog;
+    int controlsInitialized = 0;
     int hiddenFromTaskList = 0;
     // Names that another program has claimed, or this one.
     std::set<std::u16string> claimedInstances;
@@ -57,6 +58,7 @@ class FakeSystem : public System {
         }
     }
     void WriteEventLog(const std::u16string& text) override { eventLog.push_back(text); }
+    void InitializeControls() override { ++controlsInitialized; }
     void HideFromTaskList() override { ++hiddenFromTaskList; }
     bool ClaimInstance(const std::u16string& name) override { return claimedInstances.insert(name).second; }
 

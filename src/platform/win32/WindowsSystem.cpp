@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <algorithm>
 #include <vector>
 
@@ -73,6 +75,10 @@ void WindowsSystem::Sleep(std::uint32_t milliseconds) {
 
 void WindowsSystem::WriteEventLog(const std::u16string& text) {
     textCalls::ReportApplicationEvent(eventSource, EVENTLOG_ERROR_TYPE, text);
+}
+
+void WindowsSystem::InitializeControls() {
+    ::InitCommonControls();
 }
 
 void WindowsSystem::HideFromTaskList() {

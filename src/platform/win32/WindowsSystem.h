@@ -18,6 +18,7 @@ class WindowsSystem : public System {
     std::u16string ProgramFolder() override;
     void Sleep(std::uint32_t milliseconds) override;
     void WriteEventLog(const std::u16string& text) override;
+    void InitializeControls() override;
     void HideFromTaskList() override;
     bool ClaimInstance(const std::u16string& name) override;
 

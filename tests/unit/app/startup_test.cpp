@@ -26,6 +26,7 @@ TEST_F(StartUpTest, LoadsTheFormsHiddenAndStartsTheHeartbeat) {
     EXPECT_TRUE(program->MainForm()->tmrActivity.Enabled());
     EXPECT_EQ(program->PrimaryServerName(), u"SRV1");
     EXPECT_FALSE(program->TestMode());
+    EXPECT_EQ(windows.system.controlsInitialized, 1);
     EXPECT_EQ(windows.system.hiddenFromTaskList, 1);
     EXPECT_EQ(windows.shell.trayIcons.size(), 1U);
     EXPECT_TRUE(windows.messageBoxes.shown.empty());
@@ -62,6 +63,53 @@ TEST_F(StartUpTest, SetUpFileServerIsTakenAndStoredInTheRegistry) {
     ASSERT_TRUE(Start());
     EXPECT_EQ(program->PrimaryServerName(), u"SRV1");
     EXPECT_EQ(windows.registry.Text(registryKey, u"TLXPrimaryServer"), u"SRV1");
+}
+
+TEST_F(StartUpTest, LockedOrBinarySetUpFileMeansThatTheServerIsAskedFor) {
+    const std::u16string setupPath = programFolder + u"\\setup.txt";
+    ForgetServer();
+    int asked = 0;
+    peers.onShowModal = [&asked](Form&) { ++asked; };
+    std::string bytes;
+    for (int i = 0; i < 100'000; ++i) {
+        bytes += static_cast<char>(i % 251);
+    }
+    windows.files.WriteBytes(setupPath, bytes);
+    EXPECT_FALSE(Start());
+    EXPECT_EQ(asked, 1);
+    windows.files.WriteAnsi(setupPath, u"TLXPrimaryServer=SRV1\r\n");
+    windows.files.FailPath(setupPath, windowsError::sharingViolation);
+    windows.system.claimedInstances.clear();
+    EXPECT_FALSE(Start());
+    EXPECT_EQ(asked, 2);
+    EXPECT_EQ(windows.registry.Text(registryKey, u"TLXPrimaryServer"), u"");
+}
+
+TEST_F(StartUpTest, ServerNamesOfAnyLengthAndLettersAreKeptAsTheyAreAndStartWithoutTheServer) {
+    const std::u16string longName(260, u'x');
+    for (const std::u16string& name : {longName, std::u16string(u"\"SRV 1\" %s"),
+                                       std::u16string(u"B\u00FCro-\u6771\u4EAC"), std::u16string(u"a\\b/c:*?")}) {
+        windows.registry.Put(registryKey, u"TLXPrimaryServer", name);
+        windows.system.claimedInstances.clear();
+        ASSERT_TRUE(Start());
+        Tick(3);
+        EXPECT_EQ(program->PrimaryServerName(), name);
+        EXPECT_EQ(program->ClientSettings().ServerHealthTestInterval(), 31);
+        EXPECT_TRUE(windows.messageBoxes.shown.empty());
+    }
+}
+
+TEST_F(StartUpTest, ServerDialogRefusesANameLongerThanAPathAndStaysOpen) {
+    ForgetServer();
+    peers.onShowModal = [](Form& form) {
+        auto& dialog = dynamic_cast<frmPrimaryServer&>(form);
+        dialog.txtServer.HandleChange(std::u16string(260, u'x'));
+        dialog.OKButton.HandleClick();
+        EXPECT_TRUE(dialog.Shown());
+    };
+    EXPECT_FALSE(Start());
+    ASSERT_EQ(windows.messageBoxes.shown.size(), 2U);
+    EXPECT_TRUE(windows.messageBoxes.shown[0].text.starts_with(u"The Primary Korvanta server could not be contacted."));
 }
 
 TEST_F(StartUpTest, UnknownServerIsAskedForAndStoredAsTyped) {
