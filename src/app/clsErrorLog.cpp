@@ -42,8 +42,8 @@ clsErrorLog::clsErrorLog(FileSystem& files, const CodePage& codePage, Clock& clo
       debugFileName_(programFolder + u"\\Logs\\" + u"debug.log") {}
 
 void clsErrorLog::LogMessage(std::int32_t source, std::int32_t level, const std::u16string& message) {
-    const std::u16string flat = Replace(message, u"\r\n", u" ");
     try {
+        const std::u16string flat = Replace(message, u"\r\n", u" ");
         const std::u16string time = SortableDateText(clock_.Now(), clock_) + u"   ";
         if (level == eventLevel) {
             Append(logFileName_, time + flat);
