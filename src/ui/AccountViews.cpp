@@ -88,8 +88,8 @@ bool AccountViews::LoadAccounts() {
     return !loadFailed_;
 }
 
-// The all-accounts view while it is filled. When the fill ends, however it does, the view is whole again, unless a
-// newer fill has taken it over.
+// The all-accounts view while it is filled. When the fill ends, however it does, the view is whole again: a newer fill
+// that has taken it over while messages ran has ended by then.
 class AccountViews::AllFill {
   public:
     explicit AllFill(AccountViews& views) : views_(views), form_(views.form_), number_(++views.fillNumber_) {
@@ -101,12 +101,10 @@ class AccountViews::AllFill {
         form_.cmdOK.Enabled(false);
     }
     ~AllFill() {
-        if (!Overtaken()) {
-            form_.ctlAccountListAll.Redraw(true);
-            form_.prgSearch.Visible(false);
-            form_.Pointer(MousePointer::Default);
-            form_.cmdOK.Enabled(true);
-        }
+        form_.ctlAccountListAll.Redraw(true);
+        form_.prgSearch.Visible(false);
+        form_.Pointer(MousePointer::Default);
+        form_.cmdOK.Enabled(true);
     }
     AllFill(const AllFill&) = delete;
     AllFill& operator=(const AllFill&) = delete;
