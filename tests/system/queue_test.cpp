@@ -83,16 +83,23 @@ TEST_F(QueueTest, JobsThatArriveWhileOneIsOfferedOnlyRaiseTheCount) {
     EXPECT_EQ(DialogControl(L"lblDocument").Text(), L"First");
 }
 
-TEST_F(QueueTest, ClosingWithEscapeOrTheCloseBoxNeverLosesTheOfferedJob) {
+TEST_F(QueueTest, TheCloseBoxAndEscapeLeaveTheOfferedJobAsItIs) {
     PublishAll();
     StartMonitoring();
     const driver::Job job = Announce(L"Kept.doc");
     ASSERT_TRUE(DialogOffers(L"Kept.doc"));
+    ASSERT_TRUE(ChooseAccount(L"Audit"));
     Dialog().Post(WM_SYSCOMMAND, SC_CLOSE);
-    ASSERT_TRUE(Dialog().Answers());
-    // Whether the box closes the dialog or not, the job is either still offered or has been cancelled with a message.
-    ASSERT_TRUE(WaitFor([&] { return Dialog().Visible() || !driver::MessageWindowsOf(Client().ProcessId()).empty(); }));
-    EXPECT_TRUE(Client().Running());
+    Dialog().Post(WM_CLOSE);
+    View(L"All").PressKey(VK_ESCAPE);
+    // A click behind them in the dialog's queue shows that they have been dealt with.
+    DialogControl(L"chkSubmitAllDocuments").Click();
+    ASSERT_TRUE(WaitFor([&] { return DialogControl(L"chkSubmitAllDocuments").Checked(); }));
+    EXPECT_TRUE(Dialog().Visible());
+    EXPECT_TRUE(driver::MessageWindowsOf(Client().ProcessId()).empty());
+    const driver::Notification expected = Expected(job, LastJobFile(), 2, L"Smith / Audit");
+    PressOk();
+    ExpectNotification(expected);
 }
 
 using RuleTest = SystemTest;

@@ -113,7 +113,6 @@ void Window::Type(const std::wstring& text) const {
     for (const wchar_t character : text) {
         Post(WM_CHAR, character, 1);
     }
-    Answers();
 }
 
 void Window::PressKey(WORD virtualKey) const {
