@@ -1,6 +1,5 @@
 # The tests of the services that the program asks of Windows, against the real ones; the spooler is played.
 include(cmake/gtest-windows.cmake)
-include(cmake/played-spooler.cmake)
 
 file(GLOB services_test_sources CONFIGURE_DEPENDS tests/system/services/*.cpp)
 add_executable(services_tests ${services_test_sources})

@@ -25,8 +25,8 @@ class Spooler {
     virtual std::int32_t EnumJobs(PrinterHandle handle, std::uint32_t firstJob, std::uint32_t jobCount,
                                   std::vector<std::uint32_t>& words, std::uint32_t bufferBytes,
                                   std::uint32_t& neededBytes, std::uint32_t& returnedJobs) = 0;
-    // The zero-terminated text at the address in a block's word, decoded from the machine's code page; an address of
-    // 0 is the empty text.
+    // The zero-terminated text at the address in a block's word, decoded from the machine's code page; empty for an
+    // address of 0, and for one at which no text can be read.
     virtual std::u16string TextAt(std::uint32_t address) = 0;
 
     // SetJobA at level 0 without job information.

@@ -8,6 +8,7 @@
 #undef SetJob
 
 #include <algorithm>
+#include <cstring>
 
 #include "platform/win32/LateCall.h"
 #include "platform/win32/SystemHandle.h"
@@ -22,6 +23,18 @@ constexpr char printLibrary[] = "winspool.drv";
 
 using FindFirstCall = HANDLE(WINAPI*)(HANDLE printer, DWORD filter, DWORD options, void* notifyOptions);
 using FindNextCall = BOOL(WINAPI*)(HANDLE change, DWORD* changed, void* notifyOptions, void** information);
+
+// How many bytes can be read from the address on without a fault; 0 when not even one.
+std::size_t ReadableBytes(std::uintptr_t address) {
+    constexpr DWORD readable = PAGE_READONLY | PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READ |
+                               PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
+    MEMORY_BASIC_INFORMATION region{};
+    if (::VirtualQuery(reinterpret_cast<const void*>(address), &region, sizeof region) == 0 ||
+        region.State != MEM_COMMIT || (region.Protect & readable) == 0 || (region.Protect & PAGE_GUARD) != 0) {
+        return 0;
+    }
+    return reinterpret_cast<std::uintptr_t>(region.BaseAddress) + region.RegionSize - address;
+}
 
 }  // namespace
 
@@ -56,9 +69,20 @@ std::int32_t WindowsSpooler::EnumJobs(PrinterHandle handle, std::uint32_t firstJ
     return result;
 }
 
+// A library that claims more jobs than it has filled in leaves any bytes in the place of an address.
 std::u16string WindowsSpooler::TextAt(std::uint32_t address) {
-    const auto* text = reinterpret_cast<const char*>(static_cast<std::uintptr_t>(address));
-    return text ? textCalls::FromCodePage(text) : std::u16string();
+    std::string bytes;
+    auto next = static_cast<std::uintptr_t>(address);
+    while (const std::size_t size = ReadableBytes(next)) {
+        const auto* part = reinterpret_cast<const char*>(next);
+        if (const void* end = std::memchr(part, '\0', size)) {
+            bytes.append(part, static_cast<const char*>(end));
+            return textCalls::FromCodePage(bytes);
+        }
+        bytes.append(part, size);
+        next += size;
+    }
+    return {};
 }
 
 std::int32_t WindowsSpooler::SetJob(PrinterHandle handle, std::int32_t jobId, std::uint32_t command) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 
 #include "platform/win32/WindowsSpooler.h"
@@ -21,8 +22,8 @@ class SpoolerTests : public ::testing::Test {
         ASSERT_NE(::GetEnvironmentVariableA(spooler::folderVariable, folder.data(), MAX_PATH), 0U)
             << spooler::folderVariable << " must name the folder of the played spooler";
         files_ = std::make_unique<spooler::Files>(folder.data());
-        files_->SetPrinters({{"\\\\SRV\\Laser"}, {"\\\\SRV\\B\xfcro"}, {"\\\\SRV\\Silent", false}});
-        files_->SetJobs({});
+        files_->Clear();
+        files_->SetPrinters({"\\\\SRV\\Laser", "\\\\SRV\\B\xfcro", "\\\\SRV\\Silent"});
     }
 
     PrinterHandle Open(const std::u16string& name) {
@@ -66,9 +67,9 @@ TEST_F(SpoolerTests, ABadHandleFailsEverywhere) {
 }
 
 TEST_F(SpoolerTests, JobsAreBlocksOfSixteenWordsWithTheAddressesOfTheirTexts) {
-    files_->SetJobs({{"\\\\SRV\\Laser", 7, "\\\\WS01 ", "JSmith", "R\xe9sum\xe9.doc", 4},
+    files_->SetJobs({{"\\\\SRV\\Laser", 7, "\\\\WS01 ", "JSmith", "R\xe9sum\xe9.doc", {2004, 2, 0, 29, 23, 4, 5, 678}},
                      {"\\\\SRV\\Other", 8, "\\\\WS02", "other", "other.doc"},
-                     {"\\\\SRV\\Laser", 9, "\\\\WS03", "jdoe", "b.doc", 5}});
+                     {"\\\\SRV\\Laser", 9, "\\\\WS03", "jdoe", "b.doc"}});
     const PrinterHandle laser = Open(u"\\\\SRV\\Laser");
     std::vector<std::uint32_t> words;
     std::uint32_t needed = 0;
@@ -129,7 +130,7 @@ TEST_F(SpoolerTests, AChangeIsSignalledUntilItIsAskedForAgain) {
     ASSERT_GT(office, 0);
     const std::vector<ChangeHandle> changes{laser, office};
     EXPECT_EQ(waitable_.PollAny(changes), nothingSignalled);
-    spooler::Files::Announce("\\\\SRV\\B\xfcro");
+    files_->AddJobs({{"\\\\SRV\\B\xfcro", 1}});
     EXPECT_EQ(waitable_.PollAny(changes), 1U);
     EXPECT_EQ(waitable_.PollAny(changes), 1U);
     EXPECT_NE(spooler_.FindNextChange(office), 0);
@@ -137,6 +138,7 @@ TEST_F(SpoolerTests, AChangeIsSignalledUntilItIsAskedForAgain) {
 }
 
 TEST_F(SpoolerTests, APrinterWithoutNotificationsSaysSo) {
+    files_->Inject({spooler::fault::watch, "\\\\SRV\\Silent", ERROR_INVALID_PARAMETER});
     EXPECT_EQ(spooler_.FindFirstChange(Open(u"\\\\SRV\\Silent"), jobAdded), -1);
     EXPECT_EQ(spooler_.LastError(), static_cast<std::uint32_t>(ERROR_INVALID_PARAMETER));
 }
@@ -145,6 +147,27 @@ TEST_F(SpoolerTests, ATextIsReadAtItsAddressInTheCodePage) {
     const char text[] = "R\xe9sum\xe9\0behind";
     EXPECT_EQ(spooler_.TextAt(static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(text))), u"Résumé");
     EXPECT_EQ(spooler_.TextAt(0), u"");
+}
+
+TEST_F(SpoolerTests, ATextThatCannotBeReadIsEmpty) {
+    EXPECT_EQ(spooler_.TextAt(1), u"");
+    EXPECT_EQ(spooler_.TextAt(0xFFFFFFF0), u"");
+    SYSTEM_INFO system{};
+    ::GetSystemInfo(&system);
+    const std::size_t size = system.dwPageSize;
+    auto* pages = static_cast<char*>(::VirtualAlloc(nullptr, 3 * size, MEM_RESERVE, PAGE_NOACCESS));
+    ASSERT_NE(pages, nullptr);
+    // Two pages of different kinds, and nothing behind them.
+    ASSERT_NE(::VirtualAlloc(pages, 2 * size, MEM_COMMIT, PAGE_READWRITE), nullptr);
+    std::fill_n(pages, 2 * size, 'x');
+    DWORD earlier = 0;
+    ASSERT_NE(::VirtualProtect(pages, size, PAGE_READONLY, &earlier), 0);
+    const auto address = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(pages));
+    EXPECT_EQ(spooler_.TextAt(address), u"") << "it does not end";
+    pages[size + 1] = '\0';
+    EXPECT_EQ(spooler_.TextAt(address), std::u16string(size + 1, u'x'));
+    EXPECT_EQ(spooler_.TextAt(static_cast<std::uint32_t>(address + 2 * size)), u"");
+    ::VirtualFree(pages, 0, MEM_RELEASE);
 }
 
 }  // namespace
