@@ -1,102 +1,160 @@
 // Printer monitoring: jobs are found in the spooler, by its change notifications or by polling.
 
-#include "SystemTest.h"
+#include <algorithm>
+#include <map>
+
+#include "SpoolerTest.h"
 #include "driver/Files.h"
-#include "driver/MachineSettings.h"
 #include "driver/Wait.h"
-#include "spooler/PlayedSpooler.h"
 
 using driver::WaitFor;
 
 namespace {
 
-// The played spooler gives the first printer of its list this handle.
-constexpr int firstPrinterHandle = 0x10000;
-
 // On both families of Windows; the parameter says whether it is the Windows 98 family, where the client polls.
-class SpoolerTest : public SystemTest, public ::testing::WithParamInterface<bool> {
+class PrinterMonitoringTest : public SpoolerTest, public ::testing::WithParamInterface<bool> {
   protected:
-    SpoolerTest() : folder_(Client().Folder() + L"\\spooler"), spooler_(driver::AnsiBytes(folder_)) {
-        driver::PretendWindows98(GetParam());
-        driver::MakeFolders(folder_);
-        driver::CopyOver(ProgramFolder() + L"\\winspool.drv", Client().Folder() + L"\\winspool.drv");
-        SetEnvironmentVariableA(spooler::folderVariable, driver::AnsiBytes(folder_).c_str());
-        spooler_.SetPrinters({{PrinterName()}});
+    PrinterMonitoringTest() : SpoolerTest(GetParam()) {}
+
+    // From now on the trace log tells what is queued.
+    void EnableLogging() {
+        Client().ChooseMenuEntry(0);
+        ExpectMessage(L"This will turn on logging. Only do this for debugging purposes.");
     }
-    ~SpoolerTest() override { SetEnvironmentVariableA(spooler::folderVariable, nullptr); }
-
-    std::string PrinterName() const { return driver::AnsiBytes(Server().Complete(driver::Job{}).fullPrinter); }
-
-    // Puts a job of this user into the queue; it comes back as the client should see it.
-    driver::Job Print(int id, const std::wstring& document) {
-        jobs_.push_back({PrinterName(), id, "\\\\" + driver::AnsiBytes(driver::CurrentMachine()) + " ",
-                         driver::AnsiBytes(driver::CurrentUser()), driver::AnsiBytes(document), id % 60});
-        if (Client().Running() && !Dialog().Visible()) {
-            MarkComment();
+    // What the client has queued, as "document,printer" in the order of queueing.
+    std::vector<std::string> Queued() {
+        static const std::string mark = "Adding Job to pending list: ";
+        const std::string log = driver::TryReadBytes(Client().Folder() + L"\\tlxlog.txt").value_or("");
+        std::vector<std::string> queued;
+        for (std::size_t at = log.find(mark); at != std::string::npos; at = log.find(mark, at)) {
+            at += mark.size();
+            queued.push_back(log.substr(at, log.find("\r\n", at) - at));
         }
-        spooler_.SetJobs(jobs_);
-        spooler::Files::Announce(PrinterName());
-        return Server().Complete({.id = id,
-                                  .user = driver::CurrentUserLowerCase(),
-                                  .document = document,
-                                  .printerHandle = firstPrinterHandle});
+        return queued;
     }
-    void StartPrinterMonitoring() {
-        PublishAll({.jobDetectionMethod = 1, .jobDetectionMethodWindows9x = 1});
-        ASSERT_NO_FATAL_FAILURE(StartMonitoring());
-        ASSERT_EQ(Status(L"lblJobDetectionMethod").Text(), L"Printer monitoring");
-    }
-    const spooler::Files& Spooler() const { return spooler_; }
-
-  private:
-    static std::wstring ProgramFolder() {
-        wchar_t program[MAX_PATH];
-        GetModuleFileNameW(nullptr, program, MAX_PATH);
-        const std::wstring path = program;
-        return path.substr(0, path.rfind(L'\\'));
-    }
-
-    std::wstring folder_;
-    spooler::Files spooler_;
-    std::vector<spooler::Job> jobs_;
 };
 
-INSTANTIATE_TEST_SUITE_P(Family, SpoolerTest, ::testing::Bool(), [](const ::testing::TestParamInfo<bool>& family) {
-    return family.param ? "Windows98" : "WindowsNT";
-});
+INSTANTIATE_TEST_SUITE_P(Family, PrinterMonitoringTest, ::testing::Bool(),
+                         [](const ::testing::TestParamInfo<bool>& family) {
+                             return family.param ? "Windows98" : "WindowsNT";
+                         });
 
-TEST_P(SpoolerTest, JobFromAfterTheStartIsOfferedAndCharged) {
-    Print(3, L"Yesterday.doc");
+TEST_P(PrinterMonitoringTest, OnlyJobsFromAfterTheStartAreOfferedAndEachOnce) {
+    Spooler().SetJobs({OwnJob(3, L"Yesterday.doc")});
     ASSERT_NO_FATAL_FAILURE(StartPrinterMonitoring());
-    const driver::Job job = Print(7, L"R\u00e9sum\u00e9.doc");
-    ASSERT_TRUE(DialogOffers(L"R\u00e9sum\u00e9.doc"));
-    EXPECT_EQ(DialogControl(L"lblJobsQueued").Text(), L"1") << "the job from before the start is not offered";
-    ASSERT_TRUE(ChooseAccount(L"Smith"));
-    const driver::Notification expected = Expected(job, L"", 1, L"Smith");
-    PressOk();
-    ExpectNotification(expected);
-    EXPECT_TRUE(Spooler().Commands().empty());
-}
-
-TEST_P(SpoolerTest, CancelledJobLeavesTheSpooler) {
-    ASSERT_NO_FATAL_FAILURE(StartPrinterMonitoring());
-    Print(7, L"Unwanted.doc");
-    ASSERT_TRUE(DialogOffers(L"Unwanted.doc"));
-    PressCancel();
-    ExpectMessage(L"The print job was successfully cancelled.");
-    EXPECT_EQ(Spooler().Commands(), (std::vector<spooler::Command>{{PrinterName(), 7, 3}}));
-    EXPECT_TRUE(Spooler().Jobs().empty());
-    EXPECT_TRUE(Server().NotificationNames().empty());
-}
-
-TEST_P(SpoolerTest, JobsAreOfferedOnceAlsoAfterAFullRefresh) {
-    ASSERT_NO_FATAL_FAILURE(StartPrinterMonitoring());
-    Print(7, L"Once.doc");
-    ASSERT_TRUE(DialogOffers(L"Once.doc"));
+    ASSERT_NO_FATAL_FAILURE(ExpectOnlyNewJobsOffered(7));
+    const driver::Job first = Seen(7, L"Proof 7.doc");
     RefreshEverything();
+    EXPECT_NE(HandleOf(), first.printerHandle) << "the printer was opened anew";
     Print(8, L"Second.doc");
     EXPECT_TRUE(WaitFor([&] { return DialogControl(L"lblJobsQueued").Text() == L"2"; }));
-    EXPECT_EQ(DialogControl(L"lblDocument").Text(), L"Once.doc");
+    ASSERT_NO_FATAL_FAILURE(Charge(first));
+    ASSERT_NO_FATAL_FAILURE(Charge(Seen(8, L"Second.doc")));
+    EXPECT_TRUE(Spooler().Commands().empty());
+    EXPECT_EQ(Calls("FindFirstPrinterChangeNotification").empty(), GetParam());
+}
+
+TEST_P(PrinterMonitoringTest, TextsOfTheCodePageComeOutRight) {
+    const std::wstring printer = L"B\u00fcro \u00bd";
+    const std::wstring document = L"Gr\u00f6\u00dfe \u2013 r\u00e9sum\u00e9 \u20ac.doc";
+    ASSERT_NO_FATAL_FAILURE(StartPrinterMonitoring(PrinterMonitoring(), {printer}));
+    ASSERT_TRUE(IsWatched(printer));
+    Print(7, document, printer);
+    ASSERT_NO_FATAL_FAILURE(Charge(Seen(7, document, printer)));
+}
+
+TEST_P(PrinterMonitoringTest, OkAndCancelReachTheRightJob) {
+    ASSERT_NO_FATAL_FAILURE(StartPrinterMonitoring(PrinterMonitoring(), {L"Laser", L"Color"}));
+    // The same number on both, as numbers are each printer's own.
+    Print({OwnJob(7, L"First.doc"), OwnJob(8, L"Second.doc"), OwnJob(7, L"Third.doc", L"Color"),
+           OwnJob(8, L"Fourth.doc", L"Color")});
+    ASSERT_TRUE(WaitFor([&] { return DialogControl(L"lblJobsQueued").Text() == L"4"; }));
+    ASSERT_NO_FATAL_FAILURE(Cancel(Seen(7, L"First.doc")));
+    ASSERT_NO_FATAL_FAILURE(Charge(Seen(8, L"Second.doc")));
+    ASSERT_NO_FATAL_FAILURE(Charge(Seen(7, L"Third.doc", L"Color")));
+    ASSERT_NO_FATAL_FAILURE(Cancel(Seen(8, L"Fourth.doc", L"Color")));
+    EXPECT_EQ(Server().NotificationNames().size(), 2U);
+    EXPECT_EQ(Spooler().Jobs().size(), 2U) << "those that were charged wait for the server to release them";
+}
+
+TEST_P(PrinterMonitoringTest, BurstOnFivePrintersIsOfferedOnceEachInOrder) {
+    const std::vector<std::wstring> printers{L"P1", L"P2", L"P3", L"P4", L"P5"};
+    driver::ClientSettings settings = PrinterMonitoring();
+    // Each poll writes a lot into the log.
+    settings.printerPollingInterval = 2;
+    ASSERT_NO_FATAL_FAILURE(StartPrinterMonitoring(settings, printers));
+    EnableLogging();
+    std::vector<spooler::Job> jobs;
+    std::map<std::string, std::vector<std::string>> expected;
+    for (int id = 1; id <= 200; ++id) {
+        const std::wstring& printer = printers[static_cast<std::size_t>(id) % printers.size()];
+        jobs.push_back(OwnJob(id, L"Sheet " + std::to_wstring(id), printer));
+        expected[driver::AnsiBytes(printer)].push_back(*jobs.back().document);
+    }
+    Print(jobs);
+    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"lblJobsQueued").Text() == L"200"; }));
+    RefreshEverything();
+    std::map<std::string, std::vector<std::string>> queued;
+    for (const std::string& line : Queued()) {
+        const std::size_t comma = line.rfind(',');
+        queued[line.substr(comma + 1)].push_back(line.substr(0, comma));
+    }
+    EXPECT_EQ(queued, expected);
+    EXPECT_EQ(DialogControl(L"lblJobsQueued").Text(), L"200");
+}
+
+TEST_P(PrinterMonitoringTest, OfTwoUsersOnOneQueueEachIsAskedForHisOwnJobs) {
+    ASSERT_NO_FATAL_FAILURE(StartPrinterMonitoring());
+    spooler::Job theirs = OwnJob(7, L"Theirs.doc");
+    theirs.user = "somebody-else";
+    spooler::Job theirsToo = OwnJob(9, L"Theirs too.doc");
+    theirsToo.user = "somebody-else";
+    Print({theirs, OwnJob(8, L"Mine.doc"), theirsToo, OwnJob(10, L"Mine too.doc")});
+    ASSERT_TRUE(WaitFor([&] { return DialogControl(L"lblJobsQueued").Text() == L"2"; }));
+    ASSERT_NO_FATAL_FAILURE(Cancel(Seen(8, L"Mine.doc")));
+    ASSERT_NO_FATAL_FAILURE(Charge(Seen(10, L"Mine too.doc")));
+    EXPECT_EQ(Spooler().Jobs().size(), 3U) << "the other user's are left alone";
+}
+
+TEST_P(PrinterMonitoringTest, SpoolerThatDiesAndReturnsIsFoundAgain) {
+    ASSERT_NO_FATAL_FAILURE(StartPrinterMonitoring(Hurried()));
+    Print(7, L"Before.doc");
+    ASSERT_NO_FATAL_FAILURE(Charge(Seen(7, L"Before.doc")));
+    Spooler().Stop();
+    ASSERT_TRUE(HasFailed());
+    EXPECT_EQ(Status(L"lblServerHealthTestResult").Text(), L"Some handles / servers invalid.");
+    EXPECT_TRUE(Client().Answers());
+    Spooler().Start();
+    ASSERT_TRUE(IsWatched());
+    ASSERT_NO_FATAL_FAILURE(ExpectOnlyNewJobsOffered(8));
+    ASSERT_NO_FATAL_FAILURE(Charge(Seen(8, L"Proof 8.doc")));
+}
+
+TEST_P(PrinterMonitoringTest, ChangedMethodSwapsTheDetectorAtAFullRefresh) {
+    ASSERT_NO_FATAL_FAILURE(StartPrinterMonitoring());
+    PublishPrinters({}, {L"Laser"});
+    RefreshEverything();
+    EXPECT_EQ(Status(L"lblJobDetectionMethod").Text(), L"File monitoring");
+    const std::size_t calls = Spooler().Calls().size();
+    Print(7, L"Unseen.doc");
+    const driver::Job announced = Announce(L"From a file.doc", 8);
+    ASSERT_TRUE(DialogOffers(L"From a file.doc"));
+    EXPECT_EQ(DialogControl(L"lblJobsQueued").Text(), L"1");
+    EXPECT_EQ(Spooler().Calls().size(), calls) << "the spooler is not asked any more";
+
+    // Cancelling it takes a handle of its own for the while.
+    Spooler().AddJobs({OwnJob(8, L"From a file.doc")});
+    ASSERT_NO_FATAL_FAILURE(Cancel(announced));
+    const std::vector<std::string> made = Spooler().Calls();
+    ASSERT_EQ(made.size(), calls + 3);
+    EXPECT_TRUE(made[calls].starts_with("OpenPrinterA " + PrinterName()));
+    EXPECT_TRUE(made[calls + 1].starts_with("SetJobA "));
+    EXPECT_TRUE(made[calls + 2].starts_with("ClosePrinter "));
+
+    PublishPrinters(PrinterMonitoring(), {L"Laser"});
+    RefreshEverything();
+    EXPECT_EQ(Status(L"lblJobDetectionMethod").Text(), L"Printer monitoring");
+    ASSERT_NO_FATAL_FAILURE(ExpectOnlyNewJobsOffered(9));
 }
 
 }  // namespace
