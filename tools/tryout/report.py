@@ -39,7 +39,7 @@ class AnnouncedJob:
         seen = [f"{station} {self.stations[station]:.1f} s" for station in STATIONS if station in self.stations]
         line = f"{self.job.document}: {', '.join(seen)}"
         if self.arrival:
-            line += f" | {_decoded(self.arrival)}"
+            line += f" | {decoded(self.arrival)}"
         elif not self.is_own:
             verdict = "left alone, as it must be" if self.is_right else "WRONG: it is not this user's"
             line += f" | printed by {self.job.user}: {verdict}"
@@ -48,11 +48,13 @@ class AnnouncedJob:
         return "".join([line, *(f"\n    WRONG: {problem}" for problem in self.problems)])
 
 
-def _decoded(arrival):
+def decoded(arrival):
+    """One line: file and fields of a notification."""
     notification = arrival.notification
     rate = f"{notification.rate_description} {notification.rate_value:g}" if notification.rate_description else "none"
+    job_file = f"job file {notification.job_file}" if notification.job_file else "no job file"
     comment = f"\"{notification.comment}\"" if notification.comment else "none"
     return (f"\\\\{arrival.server}\\TLXActN$\\{arrival.name}: {notification.user} on {notification.machine}, "
-            f"\\{notification.printer}, job file {notification.job_file}, account {notification.account_id} "
+            f"\\{notification.printer}, {job_file}, account {notification.account_id} "
             f"\"{notification.account_title}\", {'invoiced' if notification.invoiceable else 'not invoiced'}, "
             f"comment {comment}, rate {rate}")
