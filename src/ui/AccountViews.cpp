@@ -263,8 +263,8 @@ ctlAccountList& AccountViews::CurrentList() {
 }
 
 bool AccountViews::AllIsShown() const {
-    return shownAccounts_ != nullptr && shownAccounts_ == accounts_.AccountList() &&
-           shownSearch_ == form_.txtSearch.Text();
+    const std::shared_ptr<List> shown = shownAccounts_.lock();
+    return shown != nullptr && shown == accounts_.AccountList() && shownSearch_ == form_.txtSearch.Text();
 }
 
 void AccountViews::SearchChanged() {

@@ -68,7 +68,7 @@ class AccountViews {
     std::int32_t quietTicks_ = 0;
     bool loadFailed_ = false;
     std::uint32_t fillNumber_ = 0;
-    std::shared_ptr<List> shownAccounts_;  // what the all-accounts view shows in full, for shownSearch_
+    std::weak_ptr<List> shownAccounts_;  // what the all-accounts view shows in full, for shownSearch_
     std::u16string shownSearch_;
 };
 

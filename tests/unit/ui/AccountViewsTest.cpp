@@ -475,4 +475,16 @@ TEST_F(AccountViewsTest, ASearchThatFailsHalfWayLeavesTheViewWhole) {
     }
 }
 
+TEST_F(AccountViewsTest, OldAccountsAreLetGoBeforeNewOnesAreRead) {
+    Dialog().PreLoadAccounts();
+    const std::weak_ptr<List> old = Accounts().AccountList();
+    WriteAccounts({Main(1, u"Sales")});
+    bool expired = false;
+    files.onRead = [&](const std::u16string&) { expired = old.expired(); };
+    Offer(1);
+    files.onRead = nullptr;
+    EXPECT_TRUE(expired) << "two lists of a million accounts do not fit";
+    EXPECT_THAT(AllIds(), ElementsAre(1));
+}
+
 }  // namespace korvanta
