@@ -43,8 +43,9 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator
                                                             &HLine1, &OKButton, &CancelButton}) {
         Add(*control);
     }
-    OKButton.Click.Connect([this] { Guarded(log_, u"frmPrimaryServer:OKButton", [this] { OK(); }); });
-    CancelButton.Click.Connect([this] { Guarded(log_, u"frmPrimaryServer:CancelButton", [this] { Cancel(); }); });
+    OKButton.Click.Connect(GuardedHandler(log_, u"frmPrimaryServer:OKButton", *this, &frmPrimaryServer::OK));
+    CancelButton.Click.Connect(
+        GuardedHandler(log_, u"frmPrimaryServer:CancelButton", *this, &frmPrimaryServer::Cancel));
 
     const int line = platform_.textMeasure.LineHeight(false) + 30;
     const int width = std::max(smallestWidth, ctlBanner1.SmallestWidth());

@@ -24,4 +24,10 @@ void Guarded(TraceLog& log, std::u16string_view procedure, Handler handler) {
     }
 }
 
+// A member function as the handler of an event, guarded. The log and the owner outlive the event.
+template <class Owner>
+auto GuardedHandler(TraceLog& log, const char16_t* procedure, Owner& owner, void (Owner::*handler)()) {
+    return [&log, procedure, &owner, handler] { Guarded(log, procedure, [&] { (owner.*handler)(); }); };
+}
+
 }  // namespace korvanta

@@ -67,7 +67,7 @@ AccountViews::AccountViews(AccountNumberForm& form, clsTLXAccounts& accounts, cl
 
 void AccountViews::ConnectControls() {
     const auto guarded = [this](void (AccountViews::*handler)()) {
-        return [this, handler] { Guarded(log_, u"frmAccountNumber", [this, handler] { (this->*handler)(); }); };
+        return GuardedHandler(log_, u"frmAccountNumber", *this, handler);
     };
     for (ctlAccountList* list :
          {&form_.ctlAccountListAll, &form_.ctlAccountListPreferred, &form_.ctlAccountListRecent}) {

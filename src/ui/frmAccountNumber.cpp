@@ -33,8 +33,7 @@ frmAccountNumber::frmAccountNumber(const AccountDialogServices& services)
 
 void frmAccountNumber::ConnectControls() {
     const auto guarded = [this](void (frmAccountNumber::*handler)()) {
-        return
-            [this, handler] { Guarded(services_.log, u"frmAccountNumber", [this, handler] { (this->*handler)(); }); };
+        return GuardedHandler(services_.log, u"frmAccountNumber", *this, handler);
     };
     tmrMonitor.Tick.Connect(guarded(&frmAccountNumber::MonitorTick));
     tmrFlash.Tick.Connect(guarded(&frmAccountNumber::FlashTick));
