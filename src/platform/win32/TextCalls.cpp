@@ -245,10 +245,6 @@ bool AppendMenuItem(HMENU menu, UINT flags, UINT_PTR identifier, const std::u16s
                           : ::AppendMenuW(menu, flags, identifier, Wide(text))) != 0;
 }
 
-int NextMessage(MSG& message) {
-    return IsWindows9x() ? ::GetMessageA(&message, nullptr, 0, 0) : ::GetMessageW(&message, nullptr, 0, 0);
-}
-
 bool PeekNextMessage(MSG& message, UINT flags) {
     return (IsWindows9x() ? ::PeekMessageA(&message, nullptr, 0, 0, flags)
                           : ::PeekMessageW(&message, nullptr, 0, 0, flags)) != 0;

@@ -76,7 +76,6 @@ int ShowBox(HWND owner, const std::u16string& text, const std::u16string& title,
 bool AppendMenuItem(HMENU menu, UINT flags, UINT_PTR identifier, const std::u16string& text);
 
 // Messages.
-int NextMessage(MSG& message);  // as GetMessage: 0 for WM_QUIT, -1 for a failure
 bool PeekNextMessage(MSG& message, UINT flags);
 void Dispatch(const MSG& message);
 bool IsDialogKey(HWND dialog, MSG& message);
