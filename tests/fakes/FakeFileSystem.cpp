@@ -345,16 +345,21 @@ bool FakeFileSystem::FolderExists(const std::u16string& path) {
     return Begin("FolderExists", path) == windowsError::none && FolderError(Key(path)) == windowsError::none;
 }
 
-std::uint32_t FakeFileSystem::LastModified(const std::u16string& path, std::uint64_t& time) {
-    if (const std::uint32_t fault = Begin("LastModified", path)) {
+std::uint32_t FakeFileSystem::BeginWithFile(std::string_view call, const std::u16string& path, EntryReference& entry) {
+    if (const std::uint32_t fault = Begin(call, path)) {
         return fault;
     }
     if (const std::uint32_t error = FolderError(ParentOf(Key(path)))) {
         return error;
     }
-    const EntryReference entry = Find(path);
-    if (!entry) {
-        return windowsError::fileNotFound;
+    entry = Find(path);
+    return entry ? windowsError::none : windowsError::fileNotFound;
+}
+
+std::uint32_t FakeFileSystem::LastModified(const std::u16string& path, std::uint64_t& time) {
+    EntryReference entry;
+    if (const std::uint32_t error = BeginWithFile("LastModified", path, entry)) {
+        return error;
     }
     time = entry->modified;
     return windowsError::none;
@@ -393,15 +398,9 @@ std::uint32_t FakeFileSystem::Copy(const std::u16string& from, const std::u16str
 }
 
 std::uint32_t FakeFileSystem::Delete(const std::u16string& path) {
-    if (const std::uint32_t fault = Begin("Delete", path)) {
-        return fault;
-    }
-    if (const std::uint32_t error = FolderError(ParentOf(Key(path)))) {
+    EntryReference entry;
+    if (const std::uint32_t error = BeginWithFile("Delete", path, entry)) {
         return error;
-    }
-    const EntryReference entry = Find(path);
-    if (!entry) {
-        return windowsError::fileNotFound;
     }
     if (entry->writers > 0) {
         return windowsError::sharingViolation;

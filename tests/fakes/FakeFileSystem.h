@@ -99,6 +99,8 @@ class FakeFileSystem : public FileSystem {
     static std::u16string Key(const std::u16string& path);
     static std::u16string ParentOf(const std::u16string& key);
     std::uint32_t Begin(std::string_view call, const std::u16string& path);
+    // Begin for a call about a file that must be there.
+    std::uint32_t BeginWithFile(std::string_view call, const std::u16string& path, EntryReference& entry);
     // Why the folder of that key cannot be reached, or 0.
     std::uint32_t FolderError(const std::u16string& key) const;
     EntryReference Find(const std::u16string& path) const;

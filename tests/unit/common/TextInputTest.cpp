@@ -1,12 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
-#include "common/Error.h"
 #include "common/Text.h"
-#include "common/TextStream.h"
-#include "fakes/FakeCodePage.h"
-#include "fakes/FakeFileSystem.h"
+#include "unit/common/TextStreamFixture.h"
 
 namespace korvanta {
 namespace {
@@ -16,7 +11,7 @@ using Lines = std::vector<std::u16string>;
 const std::u16string path = u"C:\\Data\\in.txt";
 constexpr std::size_t chunkUnits = 32 * 1024;  // what is read at a time
 
-class TextInputTest : public testing::Test {
+class TextInputTest : public TextStreamFixture {
   protected:
     Lines ReadLines(TextInput input) {
         Lines lines;
@@ -45,19 +40,6 @@ class TextInputTest : public testing::Test {
             }
         });
     }
-    template <class Call>
-    static std::int32_t ErrorOf(Call call) {
-        try {
-            call();
-        } catch (const Error& error) {
-            return error.Number();
-        }
-        return 0;
-    }
-
-    fakes::FakeClock clock;
-    fakes::FakeFileSystem files{clock};
-    fakes::FakeCodePage codePage;
 };
 
 TEST_F(TextInputTest, LinesEndWithCrLfOrLf) {

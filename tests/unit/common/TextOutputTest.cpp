@@ -1,31 +1,11 @@
-#include <gtest/gtest.h>
-
-#include "common/Error.h"
-#include "common/TextStream.h"
-#include "fakes/FakeCodePage.h"
-#include "fakes/FakeFileSystem.h"
+#include "unit/common/TextStreamFixture.h"
 
 namespace korvanta {
 namespace {
 
 const std::u16string path = u"C:\\Temp\\out.txt";
 
-class TextOutputTest : public testing::Test {
-  protected:
-    template <class Call>
-    static std::int32_t ErrorOf(Call call) {
-        try {
-            call();
-        } catch (const Error& error) {
-            return error.Number();
-        }
-        return 0;
-    }
-
-    fakes::FakeClock clock;
-    fakes::FakeFileSystem files{clock};
-    fakes::FakeCodePage codePage;
-};
+class TextOutputTest : public TextStreamFixture {};
 
 TEST_F(TextOutputTest, AUtf16FileBeginsWithTheByteOrderMark) {
     TextOutput output = TextOutput::OpenUtf16(files, path);
