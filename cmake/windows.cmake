@@ -6,6 +6,11 @@ target_compile_definitions(korvanta_options INTERFACE _WIN32_WINNT=0x0501 WINVER
 target_compile_options(korvanta_options INTERFACE -ffunction-sections -fdata-sections -fstack-protector-strong
                                                   -gdwarf-4)
 target_link_options(korvanta_options INTERFACE -fstack-protector-strong)
+# Small code, but for what works through whole account lists.
+target_compile_options(korvanta_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:-Os>)
+file(GLOB fast_sources CONFIGURE_DEPENDS src/common/*.cpp src/controls/Grid.cpp src/server/Account*.cpp
+     src/server/cls*Account*.cpp src/ui/AccountViews.cpp src/ui/ctlAccountList.cpp)
+set_source_files_properties(${fast_sources} PROPERTIES COMPILE_OPTIONS $<$<NOT:$<CONFIG:Debug>>:-O2>)
 # GCC 12 takes some harmless joining of texts for copying within one text.
 target_compile_options(korvanta_options INTERFACE -Wno-restrict)
 

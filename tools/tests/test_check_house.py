@@ -105,6 +105,18 @@ class CheckHouse(unittest.TestCase):
         self.assertIn("links GetTickCount64 of kernel32", result.stdout)
         self.assertEqual(result.returncode, 1)
 
+    def test_program_of_more_than_a_million_bytes(self):
+        source = self.top / "large.cpp"
+        source.write_text("int main() { return 0; }\n")
+        program = self.top / "large.exe"
+        subprocess.run(["i686-w64-mingw32-g++-win32", "-static", "-s", "-o", program, source], check=True)
+        self.assertNotIn("bytes, more than", self.run_check("--program", program).stdout)
+        with program.open("ab") as file:
+            file.truncate(1_000_001)
+        result = self.run_check("--program", program)
+        self.assertIn("has 1,000,001 bytes, more than 1,000,000", result.stdout)
+        self.assertEqual(result.returncode, 1)
+
 
 if __name__ == "__main__":
     unittest.main()
