@@ -47,6 +47,8 @@ class Form : public Container {
     // Design-time properties: set before Load. Position is that of the whole window; ClientWidth and ClientHeight are
     // what its controls have.
     BorderStyle Border() const { return border_; }
+    // Whether keys that were meant for another window do nothing here (KeyGuard).
+    bool GuardsKeys() const { return guardsKeys_; }
     bool ShowInTaskbar() const { return showInTaskbar_; }
     int MinimumWidth() const { return minimumWidth_; }
     int MinimumHeight() const { return minimumHeight_; }
@@ -71,6 +73,7 @@ class Form : public Container {
     virtual void OnTaskbarCreated() {}
 
     void Border(BorderStyle border) { border_ = border; }
+    void GuardsKeys(bool guards) { guardsKeys_ = guards; }
     void ShowInTaskbar(bool show) { showInTaskbar_ = show; }
     void MinimumSize(int width, int height);
     // The size of the client area, before there is a window that says it.
@@ -87,6 +90,7 @@ class Form : public Container {
     int minimumHeight_ = 0;
     int clientWidth_ = 0;
     int clientHeight_ = 0;
+    bool guardsKeys_ = false;
     bool showInTaskbar_ = true;
     bool loaded_ = false;
     bool unloaded_ = false;

@@ -39,6 +39,7 @@ AccountNumberForm::AccountNumberForm(TextMeasure& textMeasure, Translator& trans
       ctlAccountListPreferred(u"ctlAccountListPreferred", translator),
       ctlAccountListRecent(u"ctlAccountListRecent", translator),
       textMeasure_(textMeasure) {
+    GuardsKeys(true);
     SetCaptions();
     AddControls();
     for (Label* label : {&lblDocument, &lblPrinter}) {

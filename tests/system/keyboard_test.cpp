@@ -13,6 +13,32 @@ using driver::WaitFor;
 
 namespace {
 
+// A window of the test's own, in which somebody writes.
+class Editor {
+  public:
+    Editor()
+        : window_(CreateWindowExW(0, L"EDIT", L"Editor", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, nullptr,
+                                  nullptr, nullptr, nullptr)) {}
+    Editor(const Editor&) = delete;
+    Editor& operator=(const Editor&) = delete;
+    ~Editor() { DestroyWindow(window_); }
+
+    driver::Window Window() const { return driver::Window(window_); }
+    // Takes what comes, for the time between two keys of a fast writer.
+    static void TakeMessages() {
+        constexpr DWORD betweenKeys = 30;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, betweenKeys, QS_ALLINPUT);
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+
+  private:
+    HWND window_;
+};
+
 class KeyboardTest : public SystemTest {
   protected:
     void Offer() {
@@ -22,6 +48,7 @@ class KeyboardTest : public SystemTest {
         ASSERT_TRUE(DialogOffers(L"Keys.doc"));
         ASSERT_TRUE(Keyboard::BringToForeground(Dialog()));
         ASSERT_TRUE(WaitFor([&] { return Keyboard::Focus(Dialog()).Exists(); })) << "something has the focus";
+        Dialog().TurnTo();
     }
     std::wstring FocusName() const { return Keyboard::Focus(Dialog()).Name(); }
     // Presses Tab and waits until the focus has moved on.
@@ -135,6 +162,31 @@ TEST_F(KeyboardTest, AccessKeysOfTheDialogWorkAndNoneIsGivenTwice) {
     ASSERT_NE(box, owners.end()) << "the box has an access key";
     Keyboard::PressWithAlt(static_cast<WORD>(box->first));
     EXPECT_TRUE(WaitFor([&] { return DialogControl(L"chkSubmitAllDocuments").Checked(); }));
+}
+
+// Whoever writes elsewhere when the dialog comes up does nothing to it, though it takes the focus in the middle of it.
+TEST_F(KeyboardTest, KeysMeantForAnotherWindowNeitherAnswerNorSearch) {
+    PublishAll();
+    StartMonitoring();
+    const Editor editor;
+    ASSERT_TRUE(Keyboard::BringToForeground(editor.Window()));
+    const driver::Job job = Announce(L"Meanwhile.doc");
+    int pressedInDialog = 0;
+    const DWORD start = GetTickCount();
+    while (pressedInDialog < 50 && GetTickCount() - start < 20'000) {
+        for (const WORD key : {WORD{'X'}, WORD{VK_SPACE}, WORD{VK_TAB}, WORD{VK_RETURN}, WORD{VK_ESCAPE}}) {
+            Keyboard::Press(key);
+            Editor::TakeMessages();
+            pressedInDialog += GetForegroundWindow() == Dialog().Handle() ? 1 : 0;
+        }
+    }
+    ASSERT_GE(pressedInDialog, 50) << "the dialog came to the front";
+    ASSERT_TRUE(DialogOffers(L"Meanwhile.doc"));
+    EXPECT_EQ(DialogControl(L"txtSearch").Text(), L"");
+    EXPECT_EQ(FocusName(), L"txtSearch");
+    EXPECT_NE(editor.Window().Text(), L"");
+    EXPECT_TRUE(driver::MessageWindowsOf(Client().ProcessId()).empty());
+    EXPECT_TRUE(Server().NotificationNames().empty());
 }
 
 TEST_F(KeyboardTest, PrimaryServerIsEnteredWithTheKeyboardAlone) {

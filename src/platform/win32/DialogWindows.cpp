@@ -7,7 +7,25 @@
 
 namespace korvanta {
 
-void DialogWindows::Add(HWND window, KeyFilter filter) {
+namespace {
+
+bool IsInput(UINT message) {
+    switch (message) {
+        case WM_LBUTTONDOWN:
+        case WM_MBUTTONDOWN:
+        case WM_RBUTTONDOWN:
+        case WM_NCLBUTTONDOWN:
+        case WM_NCMBUTTONDOWN:
+        case WM_NCRBUTTONDOWN:
+            return true;
+        default:
+            return message >= WM_KEYFIRST && message <= WM_KEYLAST;
+    }
+}
+
+}  // namespace
+
+void DialogWindows::Add(HWND window, InputFilter filter) {
     entries_.push_back({window, std::move(filter)});
 }
 
@@ -34,9 +52,9 @@ bool DialogWindows::Translate(MSG& message) {
     if (!window) {
         return false;
     }
-    if (message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST) {
+    if (IsInput(message.message)) {
         // A copy, because the filter may make or end windows.
-        const KeyFilter filter = Find(window)->filter;
+        const InputFilter filter = Find(window)->filter;
         if (filter && filter(message)) {
             return true;
         }

@@ -11,10 +11,10 @@ namespace korvanta {
 // loop of the program shows its messages here first.
 class DialogWindows {
   public:
-    // Sees a keyboard message before the dialog keys do; true uses it up.
-    using KeyFilter = std::function<bool(const MSG& message)>;
+    // Sees a keyboard message, or the press of a mouse button, before anybody else does; true uses it up.
+    using InputFilter = std::function<bool(const MSG& message)>;
 
-    void Add(HWND window, KeyFilter filter = {});
+    void Add(HWND window, InputFilter filter = {});
     void Remove(HWND window);
     // True when the message, one for such a window or a child of it, has been dealt with and must not be dispatched.
     bool Translate(MSG& message);
@@ -22,7 +22,7 @@ class DialogWindows {
   private:
     struct Entry {
         HWND window;
-        KeyFilter filter;
+        InputFilter filter;
     };
     std::vector<Entry>::iterator Find(HWND window);
     HWND Owner(HWND target) const;

@@ -68,7 +68,7 @@ void WindowsForm::CreateFormWindow() {
     textCalls::Send(handle, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.Get()));
     ::EnableWindow(handle, form_.Enabled());
     program.forms.push_back(handle);
-    program.dialogs.Add(handle);
+    program.dialogs.Add(handle, [this](const MSG& input) { return KeepsOut(input); });
     Changed(Aspect::TopMost);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "controls/Form.h"
+#include "controls/KeyGuard.h"
 #include "platform/win32/HostWindow.h"
 
 namespace korvanta {
@@ -51,6 +52,10 @@ class WindowsForm : public FormPeer, public HostWindow {
     bool HandleDialog(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     bool HandleLooks(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
 
+    // Whether the input is not for this form; see KeyGuard.
+    bool KeepsOut(const MSG& input);
+    void NoteActivation(bool byClick, HWND before);
+
     void CreateFormWindow();
     void ReportPlace();
     void ShowPlace() const;
@@ -66,6 +71,7 @@ class WindowsForm : public FormPeer, public HostWindow {
     Form& form_;
     std::shared_ptr<FormWindows> windows_;
     std::shared_ptr<Modal> modal_;
+    KeyGuard guard_;
     IconHandle bigIcon_;
     IconHandle smallIcon_;
     UINT taskbarCreated_;

@@ -120,14 +120,46 @@ bool WindowsForm::HandleDialog(UINT message, WPARAM wParam, LPARAM lParam, LRESU
         case WM_ACTIVATE:
             if (LOWORD(wParam) == WA_INACTIVE) {
                 SaveFocus();
-            } else if (HIWORD(wParam) == 0) {
-                RestoreFocus();
+            } else {
+                NoteActivation(LOWORD(wParam) == WA_CLICKACTIVE, reinterpret_cast<HWND>(lParam));
+                if (HIWORD(wParam) == 0) {
+                    RestoreFocus();
+                }
             }
             return true;
         case WM_SETFOCUS:
             RestoreFocus();
             return true;
         default:
+            return false;
+    }
+}
+
+// Coming back from a message of its own the form is what the user is busy with already.
+void WindowsForm::NoteActivation(bool byClick, HWND before) {
+    const bool ownMessage = before && ::GetWindow(before, GW_OWNER) == windows_->window;
+    guard_.Activated(::GetTickCount(), !byClick && !ownMessage);
+}
+
+bool WindowsForm::KeepsOut(const MSG& input) {
+    if (!form_.GuardsKeys()) {
+        return false;
+    }
+    const auto key = static_cast<int>(input.wParam & 0xFFU);
+    switch (input.message) {
+        case WM_KEYDOWN:
+        case WM_SYSKEYDOWN: {
+            constexpr LPARAM wasDown = 0x40000000;
+            return !guard_.TakesPress(key, (input.lParam & wasDown) != 0, input.time);
+        }
+        case WM_KEYUP:
+        case WM_SYSKEYUP:
+            return !guard_.TakesRelease(key);
+        default:
+            if (input.message >= WM_KEYFIRST && input.message <= WM_KEYLAST) {
+                return !guard_.TakesCharacter(input.time);
+            }
+            guard_.TurnedTo(input.time);
             return false;
     }
 }

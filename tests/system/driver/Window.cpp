@@ -109,7 +109,14 @@ void Window::SetText(const std::wstring& text) const {
     Send(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
 }
 
+void Window::TurnTo() const {
+    if (handle_ != nullptr) {
+        Window(GetAncestor(handle_, GA_ROOT)).Post(WM_MBUTTONDOWN, MK_MBUTTON, Point(1, 1));
+    }
+}
+
 void Window::Type(const std::wstring& text) const {
+    TurnTo();
     for (const wchar_t character : text) {
         Post(WM_CHAR, character, 1);
     }
@@ -117,6 +124,7 @@ void Window::Type(const std::wstring& text) const {
 
 void Window::PressKey(WORD virtualKey) const {
     const auto scanCode = static_cast<LPARAM>(MapVirtualKeyW(virtualKey, MAPVK_VK_TO_VSC));
+    TurnTo();
     Post(WM_KEYDOWN, virtualKey, 1 | scanCode << 16);
     Post(WM_KEYUP, virtualKey, static_cast<LPARAM>(0xC0000001U) | scanCode << 16);
 }

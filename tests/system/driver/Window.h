@@ -32,9 +32,12 @@ class Window {
     std::wstring Text() const;
     // Replaces the whole text of a text box, as pasting over it does.
     void SetText(const std::wstring& text) const;
-    // One character after the other.
+    // As a press of the mouse in the top-level window that does nothing else: from then on the program takes keys
+    // there, which it does not while the window has just come up by itself.
+    void TurnTo() const;
+    // One character after the other, by a user who has turned to the window.
     void Type(const std::wstring& text) const;
-    // A key that goes down and up while this window has the focus, without modifiers.
+    // Likewise a key that goes down and up while this window has the focus, without modifiers.
     void PressKey(WORD virtualKey) const;
 
     // Presses a button, ticks a check box, clicks anything else; returns without waiting for what that does.

@@ -1,4 +1,5 @@
 #include "PeersTest.h"
+#include "controls/KeyGuard.h"
 
 namespace korvanta {
 namespace {
@@ -199,6 +200,44 @@ TEST_F(FormPeer, PopupReturnsAfterTheEntryChosenFromOutside) {
     textCalls::Post(FormHandle(), WM_COMMAND, 0x9000);
     form.ShowPopup(menu);
     EXPECT_TRUE(clicked);
+}
+
+TEST_F(FormPeer, FormThatGuardsItsKeysHeedsNoneThatWereMeantForAnotherWindow) {
+    auto& box = Make<TextBox>(u"txtOne");
+    auto& button = Make<CommandButton>(u"cmdOK");
+    button.Default(true);
+    Place(box);
+    Place(button, 150, 900);
+    int presses = 0;
+    button.Click.Connect([&] { ++presses; });
+    form.GuardsKeys(true);
+    Show();
+    ASSERT_EQ(::GetActiveWindow(), FormHandle());
+    const HWND window = Find("txtOne");
+    PressKey(window, 'X');
+    PressKey(window, VK_RETURN);
+    textCalls::Post(window, WM_CHAR, L'y', 1);
+    loop.RunPending();
+    EXPECT_EQ(presses, 0);
+    EXPECT_EQ(box.Text(), u"");
+    // The user turns to the window, still holding Enter down.
+    textCalls::Post(FormHandle(), WM_MBUTTONDOWN, MK_MBUTTON);
+    textCalls::Post(window, WM_KEYDOWN, VK_RETURN, 0x40000001);
+    loop.RunPending();
+    EXPECT_EQ(presses, 0);
+    PressKey(window, VK_RETURN);
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(FormPeer, FormThatGuardsItsKeysHeedsThemAgainWhenTheKeyboardHasRested) {
+    auto& box = Make<TextBox>(u"txtOne");
+    Place(box);
+    form.GuardsKeys(true);
+    Show();
+    const DWORD shown = ::GetTickCount();
+    ASSERT_TRUE(RunUntil([&] { return ::GetTickCount() - shown > KeyGuard::quietTime + 50; }));
+    PressKey(Find("txtOne"), 'X');
+    EXPECT_NE(box.Text(), u"");
 }
 
 TEST_F(FormPeer, TopMostFormStaysAboveOthers) {

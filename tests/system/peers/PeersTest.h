@@ -27,6 +27,7 @@ class TestForm : public Form {
     }
     using Container::Add;
     using Form::Border;
+    using Form::GuardsKeys;
     using Form::MinimumSize;
     using Form::ShowInTaskbar;
 
