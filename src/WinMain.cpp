@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "app/PlainTranslator.h"
+#include "app/CatalogueTranslator.h"
 #include "app/basKorvanta.h"
 #include "platform/win32/WindowsPeerFactory.h"
 #include "platform/win32/WindowsPlatform.h"
@@ -9,7 +9,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     korvanta::WindowsPlatform windows;
     const std::unique_ptr<korvanta::PeerFactory> peers =
         korvanta::MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts());
-    korvanta::PlainTranslator translator;
+    korvanta::CatalogueTranslator translator(windows.Services().files);
     korvanta::basKorvanta program(windows.Services(), peers.get(), translator);
     if (program.Main()) {
         windows.Services().messageLoop.Run();

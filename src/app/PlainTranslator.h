@@ -12,6 +12,7 @@ class PlainTranslator : public Translator {
     void SetLanguage(const std::u16string&) override {}
     void SelectSection(const std::u16string&) override {}
     void Translate(Container&) override {}
+    std::vector<std::u16string> Problems() const override { return {}; }
 };
 
 }  // namespace korvanta

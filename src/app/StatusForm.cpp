@@ -30,6 +30,10 @@ StatusForm::StatusForm(TextMeasure& textMeasure, const BannerServices& bannerSer
     SetCaptions();
     AddControls();
     tmrActivity.Interval(1000);
+    ChooseSize();
+}
+
+void StatusForm::ChooseSize() {
     ClientSize(NormalWidth(), NormalHeight());
 }
 

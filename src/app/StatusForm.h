@@ -59,6 +59,8 @@ class StatusForm : public Form {
 
   protected:
     void OnResize() override;
+    // By the captions as they are now; before there is a window.
+    void ChooseSize();
 
   private:
     void SetCaptions();

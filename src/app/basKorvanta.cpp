@@ -107,6 +107,10 @@ void basKorvanta::SetUpTranslation() {
     translator_.LoadCatalogue(programFolder_ + u"\\" + u"Korvanta.tam");
     translator_.SetLanguage(registrySettings_.Language());
     translator_.SelectSection(translationSection);
+    // The trace log is off yet; who turns it on finds them there too.
+    for (const std::u16string& problem : translator_.Problems()) {
+        errorLog_.Message(problem);
+    }
 }
 
 bool basKorvanta::RefuseSecondCopy() {

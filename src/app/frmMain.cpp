@@ -79,8 +79,12 @@ void frmMain::ConnectControls() {
     mnuAdvanced.Click.Connect([this] { Guard(u"frmMain:mnuAdvanced", [this] { ShowAdvancedStatus(); }); });
 }
 
-void frmMain::OnLoad() {
+void frmMain::OnTranslate() {
     services_.translator.Translate(*this);
+    ChooseSize();
+}
+
+void frmMain::OnLoad() {
     AddTrayIcon();
     SelectDetectionObject();
 }
@@ -299,6 +303,9 @@ void frmMain::TurnOnLogging() {
     if (services_.platform.messageBoxes.Show(lblLoggingQuestion.Caption(), Caption(), MessageButtons::OKCancel,
                                              MessageIcon::None) == MessageAnswer::OK) {
         services_.log.LoggingEnabled(true);
+        for (const std::u16string& problem : services_.translator.Problems()) {
+            services_.log.Log(problem);
+        }
     }
 }
 

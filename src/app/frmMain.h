@@ -57,6 +57,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     std::int32_t CurrentDetectionMethod() const { return currentDetectionMethod_; }
 
   protected:
+    void OnTranslate() override;
     void OnLoad() override;
     bool OnQueryUnload(CloseReason reason) override;
     void OnUnload() override;

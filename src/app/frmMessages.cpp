@@ -50,7 +50,7 @@ std::u16string frmMessages::Text(std::u16string_view labelName) {
     return label != nullptr ? label->Caption() : u"";
 }
 
-void frmMessages::OnLoad() {
+void frmMessages::OnTranslate() {
     translator_.Translate(*this);
 }
 

@@ -31,7 +31,7 @@ class frmMessages : public Form, public MessageTexts {
     Label lblEnterPrimaryServer{u"lblEnterPrimaryServer"};
 
   protected:
-    void OnLoad() override;
+    void OnTranslate() override;
 
   private:
     Translator& translator_;

@@ -46,7 +46,11 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator
     OKButton.Click.Connect(GuardedHandler(log_, u"frmPrimaryServer:OKButton", *this, &frmPrimaryServer::OK));
     CancelButton.Click.Connect(
         GuardedHandler(log_, u"frmPrimaryServer:CancelButton", *this, &frmPrimaryServer::Cancel));
+    ChooseSize();
+}
 
+// By the captions as they are now.
+void frmPrimaryServer::ChooseSize() {
     const int line = platform_.textMeasure.LineHeight(false) + 30;
     const int width = std::max(smallestWidth, ctlBanner1.SmallestWidth());
     const int field = line + 105;
@@ -60,8 +64,12 @@ int frmPrimaryServer::ExplanationHeight(int clientWidth) const {
     return lines * (platform_.textMeasure.LineHeight(false) + 30);
 }
 
-void frmPrimaryServer::OnLoad() {
+void frmPrimaryServer::OnTranslate() {
     translator_.Translate(*this);
+    ChooseSize();
+}
+
+void frmPrimaryServer::OnLoad() {
     ctlBanner1.Shown();
     txtServer.TakeFocus();
 }

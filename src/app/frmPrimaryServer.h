@@ -31,12 +31,14 @@ class frmPrimaryServer : public Form {
     CommandButton CancelButton{u"CancelButton"};
 
   protected:
+    void OnTranslate() override;
     void OnLoad() override;
     void OnResize() override;
     // The close box is a way to cancel.
     bool OnQueryUnload(CloseReason reason) override;
 
   private:
+    void ChooseSize();
     int ExplanationHeight(int clientWidth) const;
     void PlaceControls();
     void OK();

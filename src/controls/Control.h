@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "controls/Color.h"
@@ -86,6 +87,9 @@ class Container : public Control {
     const std::vector<Control*>& Children() const { return children_; }
     // The control of that name at any depth, or none.
     Control* Find(const std::u16string& name) const;
+    // Not empty: the control hands its texts to the translation itself, under this name, which all controls of its kind
+    // share; its form leaves them alone.
+    virtual std::u16string_view TranslatesAs() const { return {}; }
     // A thin line around the container, inside its place.
     void Framed(bool framed);
     bool Framed() const { return framed_; }
@@ -99,6 +103,15 @@ class Container : public Control {
   private:
     std::vector<Control*> children_;
     bool framed_ = false;
+};
+
+// Texts that a form shows where and when it needs them, as captions of labels, so that they are translated with the
+// rest of it. They are never on the screen themselves and have no peers.
+class HiddenTexts : public Container {
+  public:
+    using Container::Add;
+    using Container::Container;
+    void Attach(PeerFactory&) override {}
 };
 
 // A container without a look of its own.

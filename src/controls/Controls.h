@@ -29,6 +29,9 @@ class Label : public Control {
     // False: an "&" in the caption is shown as it is (texts that come from outside).
     void AccessKey(bool accessKey) { accessKey_ = accessKey; }
     bool AccessKey() const { return accessKey_; }
+    // True: what the label shows is no text of the program, and is not translated.
+    void ShowsData(bool showsData) { showsData_ = showsData; }
+    bool ShowsData() const { return showsData_; }
     // True: the background of the container shows through.
     void Transparent(bool transparent);
     bool Transparent() const { return transparent_; }
@@ -43,6 +46,7 @@ class Label : public Control {
     bool bold_ = false;
     bool wrap_ = false;
     bool accessKey_ = true;
+    bool showsData_ = false;
     bool transparent_ = true;
     Alignment alignment_ = Alignment::Left;
 };

@@ -7,6 +7,7 @@ void Form::Load(PeerFactory* factory) {
         return;
     }
     loaded_ = true;
+    OnTranslate();
     if (factory != nullptr) {
         Attach(*factory);
     }

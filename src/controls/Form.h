@@ -17,7 +17,7 @@ class Form : public Container {
   public:
     using Container::Container;
 
-    // Makes the peers (with a factory) and raises OnLoad; once.
+    // Raises OnTranslate, makes the peers (with a factory) and raises OnLoad; once.
     void Load(PeerFactory* factory);
     bool Loaded() const { return loaded_; }
     // Ends the peers. Whoever owns a form calls it before the form's members go.
@@ -62,6 +62,8 @@ class Form : public Container {
     void HandleTaskbarCreated() { OnTaskbarCreated(); }
 
   protected:
+    // Captions become what they will be, and the form may choose its size by them: there is no window yet.
+    virtual void OnTranslate() {}
     virtual void OnLoad() {}
     // False keeps the form.
     virtual bool OnQueryUnload(CloseReason) { return true; }

@@ -47,6 +47,7 @@ AccountNumberForm::AccountNumberForm(TextMeasure& textMeasure, Translator& trans
         label->AccessKey(false);
     }
     lblJobsQueued.Bold(true);
+    lblJobsQueued.ShowsData(true);
     for (Label* label : {&lblAddPreferred, &lblRemovePreferred, &lblMoveUp, &lblMoveDown}) {
         label->Clickable(true);
         label->ForeColor(systemColor::hotLight);
@@ -60,6 +61,10 @@ AccountNumberForm::AccountNumberForm(TextMeasure& textMeasure, Translator& trans
     tmrMonitor.Interval(1000);
     tmrFlash.Interval(1000);
     tmrSearch.Interval(100);
+    ChooseFirstSize();
+}
+
+void AccountNumberForm::ChooseFirstSize() {
     Measure();
     ClientSize(std::max(firstWidth, smallestWidth_), std::max(firstHeight, smallestHeight_));
 }

@@ -16,6 +16,8 @@ class ctlAccountList : public Container {
   public:
     ctlAccountList(std::u16string name, Translator& translator);
 
+    std::u16string_view TranslatesAs() const override { return u"ctlAccountList"; }
+
     // The selected row may have changed, or was clicked.
     Event<> Click;
     Event<> DblClick;

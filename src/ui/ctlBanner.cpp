@@ -25,6 +25,7 @@ ctlBanner::ctlBanner(std::u16string name, const BannerServices& services)
     lblDescription.AccessKey(false);
     lblLink.Clickable(true);
     lblLink.AccessKey(false);
+    lblLink.ShowsData(true);
     lblLink.Align(Alignment::Right);
     for (Label* label : {&lblTitle, &lblLink, &lblDescription}) {
         label->BackColor(systemColor::windowBackground);

@@ -44,9 +44,13 @@ void frmAccountNumber::ConnectControls() {
     }
 }
 
-void frmAccountNumber::OnLoad() {
+void frmAccountNumber::OnTranslate() {
     services_.translator.Translate(*this);
     invoiceCaption_ = chkInvoice.Caption();
+    ChooseFirstSize();
+}
+
+void frmAccountNumber::OnLoad() {
     tmrMonitor.Enabled(true);
     tmrFlash.Enabled(true);
 }

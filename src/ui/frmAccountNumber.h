@@ -50,6 +50,7 @@ class frmAccountNumber : public AccountNumberForm {
     void PreLoadAccounts();
 
   protected:
+    void OnTranslate() override;
     void OnLoad() override;
     // The dialog leaves with OK or Cancel alone; its close box does nothing.
     bool OnQueryUnload(CloseReason reason) override { return reason == CloseReason::WindowsSession; }

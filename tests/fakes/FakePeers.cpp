@@ -1,8 +1,18 @@
 #include "fakes/FakePeers.h"
 
 #include <algorithm>
+#include <new>
 
 namespace korvanta::fakes {
+
+void PeerRecord::Note(Aspect aspect) {
+    try {
+        changes.push_back(aspect);
+    } catch (const std::bad_alloc&) {
+        // A real peer needs no memory to follow its control, and is told from destructors too.
+        return;
+    }
+}
 
 int PeerRecord::Count(Aspect aspect) const {
     return static_cast<int>(std::count(changes.begin(), changes.end(), aspect));
@@ -22,7 +32,7 @@ class FakePeers::PlainPeer : public ControlPeer {
     }
     ~PlainPeer() override { --record_->alive; }
     void Changed(Aspect aspect) override {
-        record_->changes.push_back(aspect);
+        record_->Note(aspect);
         if (peers_.onChanged) {
             peers_.onChanged(control_, aspect);
         }
@@ -50,7 +60,7 @@ class FakePeers::WindowPeer : public FormPeer {
     }
 
     void Changed(Aspect aspect) override {
-        record_->changes.push_back(aspect);
+        record_->Note(aspect);
         if (peers_.onChanged) {
             peers_.onChanged(form_, aspect);
         }

@@ -29,6 +29,7 @@ struct PeerRecord {
     bool visible = false;
     WindowId window = 0;
 
+    void Note(Aspect aspect);
     int Count(Aspect aspect) const;
     int Last(Aspect aspect) const;  // index of its last report in `changes`, -1 without one
 };

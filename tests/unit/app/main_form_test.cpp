@@ -130,6 +130,27 @@ TEST_F(MainFormTest, JobOfThisUserReachesTheDialogAndTheLog) {
     EXPECT_EQ(windows.messageBoxes.shown.back().buttons, MessageButtons::OKCancel);
 }
 
+TEST_F(MainFormTest, WhoeverTurnsLoggingOnFindsWhatIsWrongWithTheCatalogue) {
+    class ProblemTranslator : public PlainTranslator {
+      public:
+        std::vector<std::u16string> Problems() const override { return {u"line 7: nonsense", u"line 9: nonsense"}; }
+    };
+    windows.files.AddFolder(programFolder + u"\\Logs");
+    windows.system.claimedInstances.clear();
+    ProblemTranslator problems;
+    program = std::make_unique<basKorvanta>(windows.platform, &peers, problems);
+    ASSERT_TRUE(program->Main());
+    const std::u16string eventLog = windows.files.ReadAnsi(programFolder + u"\\Logs\\event.log");
+    EXPECT_NE(eventLog.find(u"   line 7: nonsense\r\n"), std::u16string::npos);
+    EXPECT_NE(eventLog.find(u"   line 9: nonsense\r\n"), std::u16string::npos);
+    windows.messageBoxes.answers.push_back(MessageAnswer::OK);
+    Form().mnuLogging.HandleClick();
+    const std::u16string log = windows.files.ReadAnsi(programFolder + u"\\tlxlog.txt");
+    EXPECT_NE(log.find(u" line 7: nonsense\r\n"), std::u16string::npos);
+    EXPECT_NE(log.find(u" line 9: nonsense\r\n"), std::u16string::npos);
+    program.reset();
+}
+
 TEST_F(MainFormTest, JobOfAnotherUserIsDroppedWithoutDialogOrTraceLine) {
     windows.messageBoxes.answers.push_back(MessageAnswer::OK);
     Form().mnuLogging.HandleClick();
