@@ -1,6 +1,7 @@
 #include "common/TextStream.h"
 
 #include <cstring>
+#include <utility>
 
 #include "common/Error.h"
 
@@ -118,9 +119,9 @@ std::u16string TextInput::ReadAll() {
             throw Error(errorNumber::outOfMemory, u"TextStream", u"Out of memory");
         }
     }
-    std::u16string all = text_.substr(position_);
-    position_ = text_.size();
-    return all;
+    text_.erase(0, position_);
+    position_ = 0;
+    return std::exchange(text_, {});
 }
 
 TextOutput::TextOutput(std::unique_ptr<OutputFile> file, const CodePage* codePage)

@@ -18,7 +18,7 @@ class TextInput {
   public:
     // Characters of the longest line, and of the longest whole text, that are read.
     static constexpr std::size_t longestLine = std::size_t{1} << 20U;
-    static constexpr std::size_t longestText = std::size_t{1} << 23U;
+    static constexpr std::size_t longestText = std::size_t{1} << 25U;
 
     static TextInput OpenUtf16(FileSystem& files, const std::u16string& path);
     static TextInput OpenAnsi(FileSystem& files, const CodePage& codePage, const std::u16string& path);

@@ -175,10 +175,10 @@ void clsJobDetectionFile::PollServer(const std::u16string& serverName) {
     log_.Log(u"Testing for job notification file " + NumberText(NextFile(serverName)));
     int emptyFiles = 0;
     // Once around is enough, whatever a server has under all these numbers.
-    for (std::int32_t i = 0; i < fileNumbers; ++i) {
+    for (std::int32_t i = 0; i < fileNumbers && emptyFiles < mostEmptyFiles; ++i) {
         const std::int32_t number = NextFile(serverName);
         if (!server->TestJobNotificationFile(number)) {
-            return;
+            break;
         }
         log_.Log(u"Reading job event file " + NumberText(number));
         const JobFile file = ReadJobFile(number, serverName);
@@ -188,16 +188,15 @@ void clsJobDetectionFile::PollServer(const std::u16string& serverName) {
         } else {
             log_.Log(u"Invalid job event file processed");
             if (!server->TestJobNotificationFile(number)) {
-                return;
+                break;
             }
         }
         IncrementJobCounter(serverName);
         emptyFiles = file.empty ? emptyFiles + 1 : 0;
-        if (emptyFiles == mostEmptyFiles) {
-            // They may be read yet, once the server answers.
-            JobCounter(serverName, (number + 1 - emptyFiles + fileNumbers) % fileNumbers);
-            return;
-        }
+    }
+    if (emptyFiles != 0) {
+        // With nothing behind them they may be read yet, once the server answers.
+        JobCounter(serverName, (NextFile(serverName) - emptyFiles + fileNumbers) % fileNumbers);
     }
 }
 

@@ -54,7 +54,9 @@ std::u16string clsServerInterfaceHTTP::JobUrl(const std::u16string& name) const 
 std::u16string clsServerInterfaceHTTP::GetURL(const std::u16string& url) {
     for (int failures = 0;; ++failures) {
         try {
-            return IsUtf16(inet_.GetURLSource(url, temporaryFile_)) ? ReadTemporaryFile() : std::u16string();
+            // The body is gone before the text is read: they may be large.
+            const bool isFile = IsUtf16(inet_.GetURLSource(url, temporaryFile_));
+            return isFile ? ReadTemporaryFile() : std::u16string();
         } catch (...) {
             if (failures == failuresForgiven) {
                 log_.Log(FailureText(u"GetURL", url, Error::Current()));

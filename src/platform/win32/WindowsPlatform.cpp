@@ -30,12 +30,12 @@ struct WindowsPlatform::Parts {
     WindowsSpooler spooler;
     WindowsWaitableHandles waitableHandles;
     WindowsMutexFactory mutexes;
-    WindowsInternet internet;
     WindowsSockets sockets;
     WindowsShell shell;
     WindowsSystem system;
     WindowsClock clock;
     WindowsMessageLoop messageLoop{dialogs};
+    WindowsInternet internet{messageLoop};
     WindowsMessageBoxes messageBoxes{messageLoop};
     WindowsScreen screen{fonts};
     WindowsTextMeasure textMeasure{fonts};

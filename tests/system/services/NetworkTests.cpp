@@ -2,12 +2,16 @@
 #include <windows.h>
 #include <winsock.h>
 
+#include <atomic>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/win32/DialogWindows.h"
 #include "platform/win32/Handles.h"
 #include "platform/win32/WindowsInternet.h"
+#include "platform/win32/WindowsMessageLoop.h"
 #include "platform/win32/WindowsSockets.h"
 
 namespace korvanta {
@@ -68,6 +72,97 @@ TEST_F(StartedSocketsTests, ANameThatCannotBeIsNotFound) {
     EXPECT_NE(sockets_.LastError(), 0);
     EXPECT_EQ(address, 5U);
 }
+
+constexpr LRESULT windowsAnswer = 4711;
+
+// A window of the test's thread that tells of what it is sent.
+class TellingWindow {
+  public:
+    explicit TellingWindow(std::function<void()> onMessage)
+        : onMessage_(std::move(onMessage)),
+          window_(::CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr, nullptr)) {
+        ::SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+        ::SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
+    }
+    ~TellingWindow() { ::DestroyWindow(window_); }
+    TellingWindow(const TellingWindow&) = delete;
+    TellingWindow& operator=(const TellingWindow&) = delete;
+
+    HWND Get() const { return window_; }
+
+  private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        if (message == WM_APP) {
+            reinterpret_cast<const TellingWindow*>(::GetWindowLongPtrW(window, GWLP_USERDATA))->onMessage_();
+            return windowsAnswer;
+        }
+        return ::DefWindowProcW(window, message, wParam, lParam);
+    }
+
+    std::function<void()> onMessage_;
+    HWND window_;
+};
+
+// A server that goes on, after the beginning of its answer, only when a window has answered it; not at all if `silent`.
+class AskingServer {
+  public:
+    AskingServer(HWND window, std::string beginning, bool silent = false)
+        : window_(window),
+          beginning_(std::move(beginning)),
+          silent_(silent),
+          listener_(::socket(AF_INET, SOCK_STREAM, 0)) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = loopback;
+        int size = sizeof(address);
+        ::bind(listener_, reinterpret_cast<sockaddr*>(&address), size);
+        ::listen(listener_, 5);
+        ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
+        port_ = ::ntohs(address.sin_port);
+        thread_ = KernelHandle(::CreateThread(nullptr, 0, Run, this, 0, nullptr));
+    }
+    ~AskingServer() {
+        ::SetEvent(released_.Get());
+        ::WaitForSingleObject(thread_.Get(), 10000);
+        ::closesocket(listener_);
+    }
+    AskingServer(const AskingServer&) = delete;
+    AskingServer& operator=(const AskingServer&) = delete;
+
+    std::u16string Url() const {
+        const std::string url = "http://127.0.0.1:" + std::to_string(port_) + "/";
+        return {url.begin(), url.end()};
+    }
+    bool WasAnswered() const { return answered_; }
+
+  private:
+    static DWORD WINAPI Run(void* parameter) {
+        auto& self = *static_cast<AskingServer*>(parameter);
+        const SOCKET connection = ::accept(self.listener_, nullptr, nullptr);
+        char buffer[512];
+        ::recv(connection, buffer, sizeof(buffer), 0);
+        ::send(connection, self.beginning_.data(), static_cast<int>(self.beginning_.size()), 0);
+        DWORD_PTR answer = 0;
+        self.answered_ = ::SendMessageTimeoutW(self.window_, WM_APP, 0, 0, SMTO_NORMAL, 5000, &answer) != 0 &&
+                         answer == windowsAnswer;
+        if (!self.silent_) {
+            ::send(connection, "end", 3, 0);
+        } else {
+            ::WaitForSingleObject(self.released_.Get(), 10000);
+        }
+        ::closesocket(connection);
+        return 0;
+    }
+
+    const HWND window_;
+    const std::string beginning_;
+    const bool silent_;
+    SOCKET listener_;
+    int port_ = 0;
+    std::atomic<bool> answered_ = false;
+    KernelHandle released_{::CreateEventA(nullptr, TRUE, FALSE, nullptr)};
+    KernelHandle thread_;
+};
 
 // A web server on a free port of this machine that gives one answer after the other.
 class WebServer {
@@ -152,7 +247,9 @@ class InternetTests : public StartedSocketsTests {
         return error == 0 ? body : "error " + std::to_string(error);
     }
 
-    WindowsInternet internet_;
+    DialogWindows dialogs_;
+    WindowsMessageLoop messages_{dialogs_};
+    WindowsInternet internet_{messages_};
 };
 
 TEST_F(InternetTests, TheBodyComesInPiecesByteForByte) {
@@ -195,6 +292,56 @@ TEST_F(InternetTests, AServerThatRefusesIsAnError) {
     EXPECT_EQ(file, nullptr);
     EXPECT_NE(internet_.OpenUrl(u"Korvanta", u"not a URL", file), 0U);
     EXPECT_EQ(file, nullptr);
+}
+
+// The server says nothing more until a window of the waiting thread has answered.
+TEST_F(InternetTests, WhatIsSentToAWindowIsAnsweredWhileTheServerKeepsACallWaiting) {
+    const std::string head = "HTTP/1.0 200 OK\r\nContent-Length: 3\r\n\r\n";
+    for (const std::string& beginning : {std::string(), head}) {
+        int messages = 0;
+        TellingWindow window([&] { ++messages; });
+        AskingServer server(window.Get(), beginning);
+        EXPECT_EQ(Fetch(server.Url()), beginning.empty() ? "" : "end") << beginning;
+        EXPECT_TRUE(server.WasAnswered()) << beginning;
+        EXPECT_EQ(messages, 1);
+    }
+}
+
+TEST_F(InternetTests, PostedMessagesWaitUntilTheCallIsOver) {
+    int messages = 0;
+    TellingWindow window([&] { ++messages; });
+    WebServer server({"HTTP/1.0 200 OK\r\nContent-Length: 1\r\n\r\nx"});
+    ::PostMessageW(window.Get(), WM_APP, 0, 0);
+    EXPECT_EQ(Fetch(server.Url("/")), "x");
+    EXPECT_EQ(messages, 0);
+    messages_.RunPending();
+    EXPECT_EQ(messages, 1);
+}
+
+TEST_F(InternetTests, TheEndOfTheProgramEndsTheWaitForASilentServer) {
+    constexpr std::uint32_t cancelled = 12017;
+    for (const std::string& beginning : {std::string(), std::string("HTTP/1.0 200 OK\r\nContent-Length: 3\r\n\r\n")}) {
+        DialogWindows dialogs;
+        WindowsMessageLoop messages(dialogs);
+        WindowsInternet internet(messages);
+        TellingWindow window([&] { messages.Quit(); });
+        AskingServer server(window.Get(), beginning, true);
+        std::unique_ptr<InternetFile> file;
+        std::uint32_t error = internet.OpenUrl(u"Korvanta", server.Url(), file);
+        if (error == 0) {
+            char buffer[2048];
+            std::size_t got = 1;
+            error = file->Read(buffer, sizeof(buffer), got);
+            EXPECT_EQ(got, 0U);
+            EXPECT_EQ(file->Read(buffer, sizeof(buffer), got), cancelled) << "and the calls after it";
+        }
+        EXPECT_EQ(error, cancelled);
+        EXPECT_EQ(internet.OpenUrl(u"Korvanta", server.Url(), file), cancelled);
+        // For the tests that follow.
+        MSG message;
+        while (::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
+        }
+    }
 }
 
 }  // namespace

@@ -453,6 +453,51 @@ TEST_F(JobDetectionOverHttp, ServerThatGoesDownWhileItsFilesAreReadLosesNoJob) {
     EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6", u"7"}));
 }
 
+TEST_F(JobDetectionOverHttp, ServerThatComesBackDuringAPollIsAskedAgainForWhatItSeemedToHave) {
+    SayWhatIsMissing();
+    PutCounter(u"5");
+    Start();
+    internet_.Down(u"SRV");
+    organisation_.platform.messageLoop.onRunPending = [this] {
+        if (system_.sleeps.size() == 3) {
+            internet_.Up(u"SRV");
+        }
+    };
+    detector_.PollServers();
+    EXPECT_EQ(system_.sleeps.size(), 3U);
+    // The next job, before anything else can have found out that the number is the same as ever.
+    internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith.005", Organisation::JobText(laser, u"job"));
+    PutCounter(u"6");
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+}
+
+TEST_F(JobDetectionFile, CounterBehindTheLastNumberIsKeptByAPollThatFindsNothing) {
+    SetCounter(u"1000");
+    Start();
+    WriteJobs(1, 999);
+    detector_.PollServers();
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.jobs.size(), 0U);
+}
+
+TEST_F(JobDetectionFile, EmptyFileBehindTheLastJobIsTriedAgainUntilTheCounterPassesIt) {
+    SetCounter(u"5");
+    Start();
+    files_.WriteUtf16(Organisation::JobFilePath(u"srv", 5), u"");
+    detector_.PollServers();
+    detector_.PollServers();
+    EXPECT_EQ(system_.sleeps.size(), 2U) << "the server may be about to write it";
+    SetCounter(u"6");
+    Detector().FullRefresh();
+    EXPECT_EQ(system_.sleeps.size(), 3U);
+    detector_.PollServers();
+    EXPECT_EQ(system_.sleeps.size(), 3U);
+    WriteJob(6, u"job");
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+}
+
 TEST_F(JobDetectionOverHttp, EveryNumberIsAskedForOnceWhenNoneOfThemIsAJob) {
     PutCounter(u"5");
     Start();
