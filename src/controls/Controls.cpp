@@ -127,6 +127,20 @@ void TabStrip::HandleSelected(int tab) {
     }
 }
 
+void TabStrip::HandleChosenByKey(int tab) {
+    Selected(tab);
+    if (selected_ == tab) {
+        ChosenByKey.Raise();
+    }
+}
+
+void TabStrip::HandleStepByKey(int tabs) {
+    const auto count = static_cast<int>(tabs_.size());
+    if (count > 0) {
+        HandleChosenByKey(((selected_ - 1 + tabs) % count + count) % count + 1);
+    }
+}
+
 bool ListView::AddItem(const std::u16string& key, const std::u16string& text, int icon) {
     if (!keys_.insert(key).second) {
         return false;

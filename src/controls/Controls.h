@@ -51,7 +51,7 @@ class Label : public Control {
     Alignment alignment_ = Alignment::Left;
 };
 
-enum class Key { Enter, Escape, Up, Down, PageUp, PageDown, Home, End, Other };
+enum class Key { Enter, Escape, Up, Down, PageUp, PageDown, Home, End, ControlHome, ControlEnd, Other };
 
 // One line of text.
 class TextBox : public Control {
@@ -161,6 +161,9 @@ class TabStrip : public Control {
   public:
     using Control::Control;
     Event<> Click;  // the user, or the program, has chosen another tab
+    // The user has chosen a tab, perhaps the one that was there, by a key that works anywhere on the form: an access
+    // key, or Ctrl with Tab or a page key. After the Click.
+    Event<> ChosenByKey;
 
     // Captions of the tabs; the first one is chosen.
     void Tabs(std::vector<std::u16string> captions);
@@ -173,6 +176,9 @@ class TabStrip : public Control {
     int HeaderHeight() const { return headerHeight_; }
 
     void HandleSelected(int tab);
+    void HandleChosenByKey(int tab);
+    // So many tabs on, and round at the ends.
+    void HandleStepByKey(int tabs);
     void HandleHeaderHeight(int twips) { headerHeight_ = twips; }
 
   protected:

@@ -53,6 +53,7 @@ AccountNumberForm::AccountNumberForm(TextMeasure& textMeasure, Translator& trans
         label->ForeColor(systemColor::hotLight);
     }
     lblPreferredList.Bold(true);
+    lblViews.Visible(false);
     lblCommentMandatory.Visible(false);
     prgSearch.Visible(false);
     fraPreferred.Visible(false);
@@ -78,7 +79,8 @@ void AccountNumberForm::SetCaptions() {
     lblJobsQueuedCaption.Caption(u"Jobs queued:");
     lblJobsQueued.Caption(u"0");
     chkSubmitAllDocuments.Caption(u"Charge all &queued documents to the selected account");
-    tabView.Tabs({u"All accounts", u"Preferred", u"Recent"});
+    lblViews.Caption(u"Lists of accounts");
+    tabView.Tabs({u"&All accounts", u"&Preferred", u"&Recent"});
     lblSearch.Caption(u"&Search:");
     chkRememberSearch.Caption(u"Re&member search");
     lblAddPreferred.Caption(u"Add selected account to preferred list");
@@ -95,29 +97,18 @@ void AccountNumberForm::SetCaptions() {
 }
 
 void AccountNumberForm::AddControls() {
-    for (Control* control : std::initializer_list<Control*>{&ctlBanner1,
-                                                            &lblDocumentCaption,
-                                                            &lblDocument,
-                                                            &lblPrinterCaption,
-                                                            &lblPrinter,
-                                                            &lblJobsQueuedCaption,
-                                                            &lblJobsQueued,
-                                                            &chkSubmitAllDocuments,
-                                                            &tabView,
-                                                            &fraAllAccounts,
-                                                            &fraPreferred,
-                                                            &fraRecent,
-                                                            &lblComment,
-                                                            &txtComment,
-                                                            &chkInvoice,
-                                                            &lblChargeRate,
-                                                            &cboChargeRate,
-                                                            &hlnButtons,
-                                                            &cmdOK,
-                                                            &cmdCancel,
-                                                            &lblCommentMandatory,
-                                                            &tmrMonitor,
-                                                            &tmrFlash,
+    for (Control* control : std::initializer_list<Control*>{&ctlBanner1,     &lblDocumentCaption,
+                                                            &lblDocument,    &lblPrinterCaption,
+                                                            &lblPrinter,     &lblJobsQueuedCaption,
+                                                            &lblJobsQueued,  &chkSubmitAllDocuments,
+                                                            &lblViews,       &tabView,
+                                                            &fraAllAccounts, &fraPreferred,
+                                                            &fraRecent,      &lblComment,
+                                                            &txtComment,     &chkInvoice,
+                                                            &lblChargeRate,  &cboChargeRate,
+                                                            &hlnButtons,     &cmdOK,
+                                                            &cmdCancel,      &lblCommentMandatory,
+                                                            &tmrMonitor,     &tmrFlash,
                                                             &tmrSearch}) {
         Add(*control);
     }

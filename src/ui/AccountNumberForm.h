@@ -24,6 +24,7 @@ class AccountNumberForm : public Form {
     Label lblJobsQueued{u"lblJobsQueued"};
     CheckBox chkSubmitAllDocuments{u"chkSubmitAllDocuments"};
 
+    Label lblViews{u"lblViews"};  // what screen readers call the tabs
     TabStrip tabView{u"tabView"};
     Frame fraAllAccounts{u"fraAllAccounts"};
     Label lblSearch{u"lblSearch"};

@@ -74,6 +74,7 @@ void AccountViews::ConnectControls() {
         list->Click.Connect([this, list] { ListClicked(*list); });
     }
     form_.tabView.Click.Connect([this] { ShowTab(form_.tabView.Selected()); });
+    form_.tabView.ChosenByKey.Connect([this] { FocusTab(); });
     form_.txtSearch.Change.Connect([this] { SearchChanged(); });
     form_.txtSearch.KeyDown.Connect([this](Key key, bool& swallowed) { SearchKey(key, swallowed); });
     form_.tmrSearch.Tick.Connect(guarded(&AccountViews::SearchTick));
@@ -251,6 +252,14 @@ void AccountViews::RestoreTabAndSearch() {
     }
 }
 
+void AccountViews::FocusTab() {
+    if (form_.tabView.Selected() == tabAll) {
+        form_.txtSearch.TakeFocus();
+    } else {
+        CurrentList().flxAccounts.TakeFocus();
+    }
+}
+
 ctlAccountList& AccountViews::CurrentList() {
     switch (form_.tabView.Selected()) {
         case tabPreferred:
@@ -294,6 +303,20 @@ void AccountViews::SearchKey(Key key, bool& swallowed) {
             break;
         case Key::PageDown:
             list.MoveBy(list.PageRows());
+            break;
+        case Key::ControlHome:
+            list.MoveToFirst();
+            break;
+        case Key::ControlEnd:
+            list.MoveToLast();
+            break;
+        case Key::Home:
+        case Key::End:
+            // In a text they move the cursor.
+            swallowed = form_.txtSearch.Text().empty();
+            if (swallowed) {
+                key == Key::Home ? list.MoveToFirst() : list.MoveToLast();
+            }
             break;
         default:
             swallowed = false;

@@ -31,6 +31,8 @@ class AccountViews {
     void Refill();
     // Makes the tab's frame visible and remembers the tab.
     void ShowTab(int tab);
+    // Gives the keyboard to what the tab is for: the search box, or the list.
+    void FocusTab();
     // The remembered tab and search text, for a new job.
     void RestoreTabAndSearch();
     // The list of the current tab.

@@ -23,8 +23,9 @@ ctlAccountList::ctlAccountList(std::u16string name, Translator& translator) : Co
     lblAccount.Visible(false);
     imgTop.Shows(Picture::MainAccount);
     imgTop.Visible(false);
-    Add(flxAccounts);
+    // Directly before the list, where screen readers look for its name.
     Add(lblAccount);
+    Add(flxAccounts);
     Add(imgTop);
     translator.Translate(*this);
     SetUpGrid();

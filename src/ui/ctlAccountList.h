@@ -39,6 +39,8 @@ class ctlAccountList : public Container {
     std::vector<std::int32_t> ActiveIDs() const;
     // Walks the current row by so many rows, staying inside the data rows; a page is the rows in view.
     void MoveBy(int rows);
+    void MoveToFirst() { MoveBy(-flxAccounts.Rows()); }
+    void MoveToLast() { MoveBy(flxAccounts.Rows()); }
     int PageRows() const { return flxAccounts.VisibleRows(); }
 
     Grid flxAccounts{u"flxAccounts"};

@@ -140,11 +140,7 @@ void frmAccountNumber::ApplySettings() {
     OnResize();
     GrowToFit();
     FillChargeRates();
-    if (tabView.Selected() == AccountViews::tabAll) {
-        txtSearch.TakeFocus();
-    } else {
-        views_.CurrentList().flxAccounts.TakeFocus();
-    }
+    views_.FocusTab();
 }
 
 // The rates that the user chooses from stay those that are sent, whatever a refresh does meanwhile.

@@ -42,13 +42,19 @@ class Editor {
 class KeyboardTest : public SystemTest {
   protected:
     void Offer() {
+        ASSERT_NO_FATAL_FAILURE(OfferToTheKeyboard());
+        Dialog().TurnTo();
+    }
+    // Offers a job to a user who touches no mouse: he rests his hands until the dialog heeds them.
+    void OfferToTheKeyboard() {
         PublishAll();
         StartMonitoring();
         job_ = Announce(L"Keys.doc");
         ASSERT_TRUE(DialogOffers(L"Keys.doc"));
         ASSERT_TRUE(Keyboard::BringToForeground(Dialog()));
         ASSERT_TRUE(WaitFor([&] { return Keyboard::Focus(Dialog()).Exists(); })) << "something has the focus";
-        Dialog().TurnTo();
+        const DWORD start = GetTickCount();
+        WaitFor([&] { return GetTickCount() - start > 600; });
     }
     std::wstring FocusName() const { return Keyboard::Focus(Dialog()).Name(); }
     // Presses Tab and waits until the focus has moved on.
@@ -61,6 +67,20 @@ class KeyboardTest : public SystemTest {
         })) << "Tab does not leave "
             << driver::Utf8Bytes(FocusName());
         return FocusName();
+    }
+    bool FocusIs(const wchar_t* name) const {
+        return WaitFor([&] { return FocusName() == name; });
+    }
+    bool SelectedRowIs(const std::wstring& view, int row) const {
+        return WaitFor([&] { return View(view).SelectedRow() == row; });
+    }
+    // Types a search and lets it begin.
+    void SearchFor(const std::wstring& text) const {
+        Keyboard::PressWithAlt('S');
+        ASSERT_TRUE(FocusIs(L"txtSearch"));
+        Keyboard::Press(VK_DELETE);
+        Keyboard::Type(text);
+        Keyboard::Press(VK_RETURN);
     }
     bool TabTo(const std::wstring& name) const {
         for (int presses = 0; presses < 30 && FocusName() != name; ++presses) {
@@ -162,6 +182,92 @@ TEST_F(KeyboardTest, AccessKeysOfTheDialogWorkAndNoneIsGivenTwice) {
     ASSERT_NE(box, owners.end()) << "the box has an access key";
     Keyboard::PressWithAlt(static_cast<WORD>(box->first));
     EXPECT_TRUE(WaitFor([&] { return DialogControl(L"chkSubmitAllDocuments").Checked(); }));
+}
+
+TEST_F(KeyboardTest, TheWholeRoadToOkIsWalkedWithKeysAlone) {
+    ASSERT_NO_FATAL_FAILURE(OfferToTheKeyboard());
+    ASSERT_TRUE(FocusIs(L"txtSearch"));
+    Keyboard::Type(L"Smith");
+    Keyboard::Press(VK_RETURN);
+    ASSERT_TRUE(ViewShows(L"All", {L"Smith", L"Audit", L"Tax"}));
+
+    // The list is walked from the search box.
+    Keyboard::Press(VK_DOWN);
+    ASSERT_TRUE(SelectedRowIs(L"All", 1));
+    Keyboard::PressWithControl(VK_END);
+    ASSERT_TRUE(SelectedRowIs(L"All", 2));
+    Keyboard::Press(VK_PRIOR);
+    ASSERT_TRUE(SelectedRowIs(L"All", 0));
+    Keyboard::Press(VK_NEXT);
+    ASSERT_TRUE(SelectedRowIs(L"All", 2));
+    Keyboard::PressWithControl(VK_HOME);
+    ASSERT_TRUE(SelectedRowIs(L"All", 0));
+    EXPECT_EQ(FocusName(), L"txtSearch");
+
+    // Two preferred accounts, moved up and down.
+    Keyboard::Press(VK_DOWN);
+    ASSERT_TRUE(SelectedRowIs(L"All", 1));
+    ASSERT_TRUE(TabTo(L"lblAddPreferred"));
+    Keyboard::Press(VK_SPACE);
+    ASSERT_TRUE(ViewShows(L"Preferred", {L"Audit"}));
+    Keyboard::PressWithAlt('S');
+    Keyboard::Press(VK_DOWN);
+    ASSERT_TRUE(SelectedRowIs(L"All", 2));
+    ASSERT_TRUE(TabTo(L"lblAddPreferred"));
+    Keyboard::Press(VK_RETURN);
+    ASSERT_TRUE(ViewShows(L"Preferred", {L"Audit", L"Tax"}));
+    Keyboard::PressWithControl(VK_TAB);
+    ASSERT_TRUE(FocusIs(L"flxAccounts"));
+    ASSERT_TRUE(DialogControl(L"fraPreferred").Visible());
+    Keyboard::Press(VK_END);
+    ASSERT_TRUE(SelectedRowIs(L"Preferred", 1));
+    Keyboard::PressWithAlt('U');
+    EXPECT_TRUE(ViewShows(L"Preferred", {L"Tax", L"Audit"}));
+    Keyboard::PressWithAlt('D');
+    EXPECT_TRUE(ViewShows(L"Preferred", {L"Audit", L"Tax"}));
+
+    // The other tabs, and back.
+    Keyboard::PressWithControl(VK_NEXT);
+    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"fraRecent").Visible(); }));
+    Keyboard::PressWithAlt('P');
+    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"fraPreferred").Visible(); }));
+    Keyboard::PressWithAlt('A');
+    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"fraAllAccounts").Visible(); }));
+    EXPECT_TRUE(FocusIs(L"txtSearch"));
+
+    // An account with a comment, a rate, not on the invoice, and OK with Enter.
+    ASSERT_NO_FATAL_FAILURE(SearchFor(L"welcome"));
+    ASSERT_TRUE(ViewShows(L"All", {L"Comment welcome"}));
+    ASSERT_TRUE(WaitFor([&] { return DialogControl(L"txtComment").Enabled(); }));
+    Keyboard::PressWithAlt('C');
+    ASSERT_TRUE(FocusIs(L"txtComment"));
+    Keyboard::Type(L"by keys");
+    Keyboard::PressWithAlt('I');
+    ASSERT_TRUE(WaitFor([&] { return !DialogControl(L"chkInvoice").Checked(); }));
+    Keyboard::PressWithAlt('T');
+    ASSERT_TRUE(FocusIs(L"cboChargeRate"));
+    Keyboard::Press(VK_DOWN);
+    ASSERT_TRUE(WaitFor([&] { return driver::ComboWindow(DialogControl(L"cboChargeRate")).Selected() == 0; }));
+    driver::Notification expected = Expected(job_, LastJobFile(), 31, L"Comment welcome");
+    expected.comment = L"by keys";
+    expected.invoiceable = false;
+    Keyboard::Press(VK_RETURN);
+    ExpectNotification(expected);
+    EXPECT_TRUE(Client().WaitForHidden(L"frmAccountNumber"));
+}
+
+TEST_F(KeyboardTest, CancelAndTheMessageAfterItAreAnsweredWithKeysAlone) {
+    ASSERT_NO_FATAL_FAILURE(OfferToTheKeyboard());
+    ASSERT_TRUE(TabTo(L"cmdCancel"));
+    Keyboard::Press(VK_SPACE);
+    ASSERT_TRUE(Client().WaitForMessage());
+    EXPECT_FALSE(Dialog().Visible());
+    ASSERT_TRUE(WaitFor([&] { return driver::Window(GetForegroundWindow()).ProcessId() == Client().ProcessId(); }))
+        << "the message takes the keyboard";
+    Keyboard::Press(VK_RETURN);
+    EXPECT_TRUE(WaitFor([&] { return driver::MessageWindowsOf(Client().ProcessId()).empty(); }));
+    EXPECT_TRUE(Server().NotificationNames().empty());
+    EXPECT_TRUE(DialogStaysHidden());
 }
 
 // Whoever writes elsewhere when the dialog comes up does nothing to it, though it takes the focus in the middle of it.

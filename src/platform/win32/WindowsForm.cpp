@@ -68,7 +68,7 @@ void WindowsForm::CreateFormWindow() {
     textCalls::Send(handle, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.Get()));
     ::EnableWindow(handle, form_.Enabled());
     program.forms.push_back(handle);
-    program.dialogs.Add(handle, [this](const MSG& input) { return KeepsOut(input); });
+    program.dialogs.Add(handle, [this](const MSG& input) { return KeepsOut(input) || SwitchesTab(input); });
     Changed(Aspect::TopMost);
 }
 

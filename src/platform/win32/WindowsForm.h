@@ -54,6 +54,7 @@ class WindowsForm : public FormPeer, public HostWindow {
 
     // Whether the input is not for this form; see KeyGuard.
     bool KeepsOut(const MSG& input);
+    bool SwitchesTab(const MSG& input) const;
     void NoteActivation(bool byClick, HWND before);
 
     void CreateFormWindow();

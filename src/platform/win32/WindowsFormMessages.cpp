@@ -9,6 +9,7 @@
 #include "platform/win32/FormSupport.h"
 #include "platform/win32/TextCalls.h"
 #include "platform/win32/WindowsForm.h"
+#include "platform/win32/WindowsTabStrip.h"
 
 namespace korvanta {
 
@@ -162,6 +163,16 @@ bool WindowsForm::KeepsOut(const MSG& input) {
             guard_.TurnedTo(input.time);
             return false;
     }
+}
+
+bool WindowsForm::SwitchesTab(const MSG& input) const {
+    for (const Control* child : form_.Children()) {
+        auto* tabs = dynamic_cast<WindowsTabStrip*>(child->Peer());
+        if (tabs && tabs->TakeKey(input)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void WindowsForm::Command(int identifier, int code) {

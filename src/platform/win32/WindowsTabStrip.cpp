@@ -10,6 +10,10 @@ using RegionHandle = Handle<GraphicsTraits<HRGN>>;
 
 constexpr int captionMargin = 90;  // twips
 
+bool IsDown(int virtualKey) {
+    return ::GetKeyState(virtualKey) < 0;
+}
+
 bool Covers(const RECT& outer, const RECT& inner) {
     RECT common{};
     return ::IntersectRect(&common, &outer, &inner) != 0;
@@ -69,6 +73,44 @@ bool WindowsTabStrip::Notified(NMHDR& notice, LRESULT& result) {
     result = 0;
     tabStrip_.HandleSelected(static_cast<int>(Send(TCM_GETCURSEL)) + 1);
     return true;
+}
+
+bool WindowsTabStrip::TakeKey(const MSG& key) {
+    if (!tabStrip_.Visible() || !tabStrip_.Enabled()) {
+        return false;
+    }
+    if (key.message == WM_SYSCHAR) {
+        return TakeAccessKey(textCalls::TypedCharacter(key.wParam));
+    }
+    if (key.message != WM_KEYDOWN || !IsDown(VK_CONTROL)) {
+        return false;
+    }
+    switch (key.wParam) {
+        case VK_TAB:
+            tabStrip_.HandleStepByKey(IsDown(VK_SHIFT) ? -1 : 1);
+            return true;
+        case VK_NEXT:
+            tabStrip_.HandleStepByKey(1);
+            return true;
+        case VK_PRIOR:
+            tabStrip_.HandleStepByKey(-1);
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool WindowsTabStrip::TakeAccessKey(char16_t typed) {
+    const std::vector<std::u16string>& tabs = tabStrip_.Tabs();
+    for (std::size_t i = 0; i < tabs.size(); ++i) {
+        const std::size_t mark = tabs[i].find(u'&');
+        if (mark != std::u16string::npos && mark + 1 < tabs[i].size() &&
+            textCalls::SameIgnoringCase(tabs[i].substr(mark + 1, 1), {&typed, 1})) {
+            tabStrip_.HandleChosenByKey(static_cast<int>(i) + 1);
+            return true;
+        }
+    }
+    return false;
 }
 
 void WindowsTabStrip::PaintPage(HDC context) const {

@@ -19,6 +19,8 @@ class WindowsTabStrip : public ControlWindow {
     bool Themed() const { return static_cast<bool>(*theme_); }
     // Paints the page; the context's origin is the corner of the container.
     void PaintPage(HDC context) const;
+    // Chooses a tab by its access key, or by Ctrl with Tab or a page key. True when the key was one of these.
+    bool TakeKey(const MSG& key);
     // The strip comes before what lies on its pages, so that the Tab key reaches it first, and would cover it. So the
     // window leaves out the places of its visible neighbours.
     void LeaveOut(const Container& neighbours);
@@ -30,6 +32,7 @@ class WindowsTabStrip : public ControlWindow {
   private:
     void ShowTabs();
     void ShowSelected() const;
+    bool TakeAccessKey(char16_t typed);
 
     TabStrip& tabStrip_;
     std::unique_ptr<TabTheme> theme_;

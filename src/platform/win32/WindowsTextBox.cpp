@@ -9,6 +9,7 @@ namespace korvanta {
 namespace {
 
 Key KeyOf(WPARAM virtualKey) {
+    const bool control = ::GetKeyState(VK_CONTROL) < 0;
     switch (virtualKey) {
         case VK_RETURN:
             return Key::Enter;
@@ -23,9 +24,9 @@ Key KeyOf(WPARAM virtualKey) {
         case VK_NEXT:
             return Key::PageDown;
         case VK_HOME:
-            return Key::Home;
+            return control ? Key::ControlHome : Key::Home;
         case VK_END:
-            return Key::End;
+            return control ? Key::ControlEnd : Key::End;
         default:
             return Key::Other;
     }

@@ -33,6 +33,10 @@ void Keyboard::PressWithAlt(WORD virtualKey) {
     PressWith(VK_MENU, virtualKey);
 }
 
+void Keyboard::PressWithControl(WORD virtualKey) {
+    PressWith(VK_CONTROL, virtualKey);
+}
+
 void Keyboard::PressWithShift(WORD virtualKey) {
     PressWith(VK_SHIFT, virtualKey);
 }

@@ -14,6 +14,7 @@ class Keyboard {
     static void Press(WORD virtualKey);
     // Alt (the menu key) held while the key goes down and up.
     static void PressWithAlt(WORD virtualKey);
+    static void PressWithControl(WORD virtualKey);
     static void PressWithShift(WORD virtualKey);
     // Letters, digits and blanks.
     static void Type(const std::wstring& text);

@@ -255,6 +255,38 @@ TEST_F(ControlPeers, LinkIsPressedOncePerPress) {
     EXPECT_EQ(clicks, 5);
 }
 
+TEST_F(ControlPeers, TabsAreChosenByKeysFromAnywhereOnTheForm) {
+    auto& tabs = Make<TabStrip>(u"tabOne");
+    tabs.Tabs({u"&One", u"&Two", u"T&hree"});
+    auto& box = Make<TextBox>(u"txtOne");
+    Place(tabs, 150, 150, 4500, 3000);
+    Place(box, 150, 3300);
+    Show();
+    const HWND window = Find("txtOne");
+    textCalls::Post(window, WM_SYSCHAR, 'h', 0x20000001);
+    loop.RunPending();
+    EXPECT_EQ(tabs.Selected(), 3);
+    EXPECT_EQ(Send(Find("tabOne"), TCM_GETCURSEL), 2);
+    const auto pressWith = [&](std::initializer_list<int> held, WPARAM key) {
+        BYTE keys[256] = {};
+        for (const int modifier : held) {
+            keys[modifier] = 0x80;
+        }
+        ::SetKeyboardState(keys);
+        PressKey(window, key);
+        const BYTE none[256] = {};
+        ::SetKeyboardState(const_cast<BYTE*>(none));
+        return tabs.Selected();
+    };
+    EXPECT_EQ(pressWith({VK_CONTROL}, VK_TAB), 1);
+    EXPECT_EQ(pressWith({VK_CONTROL, VK_SHIFT}, VK_TAB), 3);
+    EXPECT_EQ(pressWith({VK_CONTROL}, VK_PRIOR), 2);
+    EXPECT_EQ(pressWith({VK_CONTROL}, VK_NEXT), 3);
+    EXPECT_EQ(pressWith({}, VK_NEXT), 3) << "without Ctrl it is no key of the tabs";
+    tabs.Enabled(false);
+    EXPECT_EQ(pressWith({VK_CONTROL}, VK_TAB), 3);
+}
+
 TEST_F(ControlPeers, TabStripFollowsTheUserAndTheProgramAndSaysHowHighTheTabsAre) {
     auto& tabs = Make<TabStrip>(u"tabOne");
     tabs.Tabs({u"one", u"two", u"three"});

@@ -246,6 +246,32 @@ TEST_F(ControlsTest, ATabStripClicksOnceWhenAnotherTabIsChosenByWhomever) {
     EXPECT_EQ(peers.Of(strip).changes, Changes{Aspect::Selection});
 }
 
+TEST_F(ControlsTest, AKeyChoosesATabAndSaysSoAlsoOfTheTabThatIsThere) {
+    TabStrip strip(u"tab");
+    strip.HandleStepByKey(1);
+    strip.Tabs({u"a", u"b", u"c"});
+    Count(strip.ChosenByKey);
+    strip.HandleChosenByKey(2);
+    strip.HandleChosenByKey(2);
+    EXPECT_EQ(strip.Selected(), 2);
+    EXPECT_EQ(raised, 2);
+    strip.HandleChosenByKey(4);
+    EXPECT_EQ(raised, 2) << "there is no such tab";
+}
+
+TEST_F(ControlsTest, AKeyStepsThroughTheTabsAndRoundAtTheEnds) {
+    TabStrip strip(u"tab");
+    strip.Tabs({u"a", u"b", u"c"});
+    for (const int expected : {2, 3, 1, 2}) {
+        strip.HandleStepByKey(1);
+        EXPECT_EQ(strip.Selected(), expected);
+    }
+    for (const int expected : {1, 3, 2}) {
+        strip.HandleStepByKey(-1);
+        EXPECT_EQ(strip.Selected(), expected);
+    }
+}
+
 TEST_F(ControlsTest, ATabsCaptionCanBeReplaced) {
     TabStrip strip(u"tab");
     strip.Tabs({u"a", u"b"});

@@ -61,8 +61,11 @@ class LayoutCheck {
 
     void Check(const Container& container, const Place& inside) {
         std::vector<const Control*> seen;
+        const Control* before = nullptr;
         for (const Control* child : container.Children()) {
             CheckAccessKey(*child);
+            CheckName(*child, before);
+            before = child;
             if (IsSeen(*child)) {
                 seen.push_back(child);
             }
@@ -76,6 +79,18 @@ class LayoutCheck {
             if (const auto* nested = dynamic_cast<const Container*>(seen[i])) {
                 Check(*nested, {0, 0, nested->Position().width, nested->Position().height});
             }
+        }
+    }
+
+    // Screen readers take the text directly before a field for its name.
+    void CheckName(const Control& control, const Control* before) {
+        const bool isField =
+            dynamic_cast<const TextBox*>(&control) != nullptr || dynamic_cast<const ComboBox*>(&control) != nullptr ||
+            dynamic_cast<const Grid*>(&control) != nullptr || dynamic_cast<const ListView*>(&control) != nullptr ||
+            dynamic_cast<const TabStrip*>(&control) != nullptr;
+        const auto* label = dynamic_cast<const Label*>(before);
+        if (isField && (label == nullptr || label->Clickable() || label->Caption().empty())) {
+            problems_.push_back(Said(control) + " has no label directly before it");
         }
     }
 

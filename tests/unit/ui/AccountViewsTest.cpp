@@ -394,9 +394,41 @@ TEST_F(AccountViewsTest, TheKeyboardWalksTheListFromTheSearchBox) {
         search.HandleKeyDown(Key::PageDown);
     }
     EXPECT_EQ(list.flxAccounts.Row(), 100);
-    for (const Key key : {Key::Home, Key::End, Key::Escape, Key::Other}) {
+    EXPECT_TRUE(search.HandleKeyDown(Key::ControlHome));
+    EXPECT_EQ(list.flxAccounts.Row(), 1);
+    EXPECT_TRUE(search.HandleKeyDown(Key::ControlEnd));
+    EXPECT_EQ(list.flxAccounts.Row(), 100);
+    for (const Key key : {Key::Escape, Key::Other}) {
         EXPECT_FALSE(search.HandleKeyDown(key));
     }
+}
+
+TEST_F(AccountViewsTest, HomeAndEndWalkTheListFromAnEmptySearchBoxAndTheCursorInOneWithText) {
+    Dialog().PreLoadAccounts();
+    Grid& grid = Dialog().ctlAccountListAll.flxAccounts;
+    EXPECT_TRUE(Dialog().txtSearch.HandleKeyDown(Key::End));
+    EXPECT_EQ(grid.Row(), grid.Rows() - 1);
+    EXPECT_TRUE(Dialog().txtSearch.HandleKeyDown(Key::Home));
+    EXPECT_EQ(grid.Row(), 1);
+    Dialog().txtSearch.HandleChange(u"a");
+    EXPECT_FALSE(Dialog().txtSearch.HandleKeyDown(Key::End));
+    EXPECT_FALSE(Dialog().txtSearch.HandleKeyDown(Key::Home));
+    EXPECT_EQ(grid.Row(), 1);
+}
+
+TEST_F(AccountViewsTest, ATabThatAKeyChoosesGivesTheKeyboardToItsSearchBoxOrList) {
+    Dialog().PreLoadAccounts();
+    const auto focused = [this](const Control& control) { return peers.Of(control).focused; };
+    Dialog().tabView.HandleChosenByKey(2);
+    EXPECT_TRUE(Dialog().fraPreferred.Visible());
+    EXPECT_EQ(focused(Dialog().ctlAccountListPreferred.flxAccounts), 1);
+    Dialog().tabView.HandleStepByKey(1);
+    EXPECT_EQ(focused(Dialog().ctlAccountListRecent.flxAccounts), 1);
+    Dialog().tabView.HandleStepByKey(1);
+    EXPECT_TRUE(Dialog().fraAllAccounts.Visible());
+    EXPECT_EQ(focused(Dialog().txtSearch), 1);
+    Dialog().tabView.HandleChosenByKey(1);
+    EXPECT_EQ(focused(Dialog().txtSearch), 2) << "also when the tab is there already";
 }
 
 TEST_F(AccountViewsTest, TheAccountsThatASearchAddsDoNotApplyTheirRules) {

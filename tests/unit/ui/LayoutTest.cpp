@@ -236,6 +236,29 @@ TEST_F(LayoutCheckTest, FindsAnOrderThatIsNotReadingOrder) {
     EXPECT_EQ(Count(), 1U);
 }
 
+TEST_F(LayoutCheckTest, FindsAFieldThatNoLabelNames) {
+    class FieldForm : public Form {
+      public:
+        FieldForm() : Form(u"form") {
+            ClientSize(5000, 3000);
+            for (Control* control : std::initializer_list<Control*>{&label, &button, &box, &list}) {
+                Add(*control);
+            }
+            label.Caption(u"Name");
+            label.Move({0, 0, 1000, 300});
+            button.Move({0, 400, 1000, 300});
+            box.Move({0, 800, 1000, 300});
+            list.Move({0, 1200, 1000, 300});
+        }
+        Label label{u"label"};
+        CommandButton button{u"button"};
+        TextBox box{u"box"};
+        Grid list{u"list"};
+    };
+    FieldForm fields;
+    EXPECT_EQ(check.Problems(fields).size(), 2U);
+}
+
 TEST_F(LayoutCheckTest, FindsAnAccessKeyThatIsUsedTwice) {
     form.first.Caption(u"&Up");
     form.second.Caption(u"s&um");
