@@ -31,6 +31,20 @@ class Fields {
 
 }  // namespace
 
+AccountFields ParseAccount(std::u16string_view stringForm) {
+    Fields fields(stringForm);
+    AccountFields account;
+    account.accountId = ToInteger32(fields.Next());
+    account.isMain = fields.NextFlag();
+    account.mainTitle = fields.Next();
+    account.subTitle = fields.Next();
+    account.isActive = fields.NextFlag();
+    account.allowNoninvoiceable = fields.NextFlag();
+    account.requireComment = ToInteger16(fields.Next());
+    account.password = fields.Next();
+    return account;
+}
+
 std::u16string clsAccount::CompoundTitle() const {
     return IsMain ? MainTitle : MainTitle + u" / " + SubTitle;
 }
@@ -41,24 +55,15 @@ std::u16string clsAccount::StringForm() const {
 }
 
 void clsAccount::StringForm(std::u16string_view text) {
-    Fields fields(text);
-    const std::int32_t accountId = ToInteger32(fields.Next());
-    const bool isMain = fields.NextFlag();
-    const std::u16string_view mainTitle = fields.Next();
-    const std::u16string_view subTitle = fields.Next();
-    const bool isActive = fields.NextFlag();
-    const bool allowNoninvoiceable = fields.NextFlag();
-    const std::int16_t requireComment = ToInteger16(fields.Next());
-    const std::u16string_view password = fields.Next();
-
-    AccountID = accountId;
-    IsMain = isMain;
-    MainTitle = mainTitle;
-    SubTitle = subTitle;
-    IsActive = isActive;
-    AllowNoninvoiceable = allowNoninvoiceable;
-    RequireComment = requireComment;
-    Password = password;
+    const AccountFields fields = ParseAccount(text);
+    AccountID = fields.accountId;
+    IsMain = fields.isMain;
+    MainTitle = fields.mainTitle;
+    SubTitle = fields.subTitle;
+    IsActive = fields.isActive;
+    AllowNoninvoiceable = fields.allowNoninvoiceable;
+    RequireComment = fields.requireComment;
+    Password = fields.password;
 }
 
 std::u16string clsAccount::GenerateStringForm(std::int32_t accountId, bool isMain, std::u16string_view mainTitle,

@@ -8,6 +8,21 @@
 
 namespace korvanta {
 
+// What a string form says: the first eight fields joined by fieldSeparator. The texts are pieces of it.
+struct AccountFields {
+    std::int32_t accountId = 0;
+    bool isMain = false;
+    std::u16string_view mainTitle;
+    std::u16string_view subTitle;
+    bool isActive = false;
+    bool allowNoninvoiceable = false;
+    std::int16_t requireComment = 0;
+    std::u16string_view password;
+};
+// Raises Error 9 "Subscript out of range" for a missing field, 13 or 6 for a number that is none or too large. What
+// follows the eighth field is ignored.
+AccountFields ParseAccount(std::u16string_view stringForm);
+
 // One account to which a print job can be charged: a main account, or a sub-account of the main account above it.
 class clsAccount : public Object {
   public:
@@ -27,8 +42,7 @@ class clsAccount : public Object {
 
     // The first eight fields joined by fieldSeparator: a line of the accounts file.
     std::u16string StringForm() const;
-    // Takes the fields from a string form; what follows the eighth is ignored. Raises Error 9 "Subscript out of range"
-    // for a missing field, 13 or 6 for a number that is none or too large, and the account is then as it was.
+    // Takes the fields from a string form. Raises what ParseAccount raises, and the account is then as it was.
     void StringForm(std::u16string_view text);
     static std::u16string GenerateStringForm(std::int32_t accountId, bool isMain, std::u16string_view mainTitle,
                                              std::u16string_view subTitle, bool isActive, bool allowNoninvoiceable,

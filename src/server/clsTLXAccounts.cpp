@@ -8,34 +8,20 @@ namespace korvanta {
 
 namespace {
 
-Error NoMainAccount() {
-    return {91, u"clsTLXAccounts", u"Object variable or With block variable not set"};
-}
-
-// Growing rehashes every account there is, which large lists feel when it happens at each doubling.
-void MakeRoom(AccountDictionary& dictionary) {
-    if (dictionary.size() == dictionary.bucket_count()) {
-        dictionary.reserve(dictionary.size() * 8);
-    }
-}
-
 Error NoAccounts() {
     return {99, u"clsTLXAccounts", u"No accounts loaded"};
 }
 
 }  // namespace
 
-clsTLXAccounts::Structures::Structures(MutexFactory& mutexes)
-    : list(std::make_shared<List>(mutexes)),
-      dictionary(std::make_shared<AccountDictionary>()),
-      titles(std::make_shared<AccountTitles>()) {}
-
-void clsTLXAccounts::Structures::Clear() {
-    while (list->Length() != 0) {
-        list->Pop();
+std::shared_ptr<clsAccount> AccountDictionary::Find(std::int32_t accountId) const {
+    const std::optional<std::size_t> number = table_->Find(accountId);
+    if (!number) {
+        return nullptr;
     }
-    dictionary->clear();
-    *titles = AccountTitles();
+    auto account = std::make_shared<clsAccount>();
+    table_->Read(*number, *account);
+    return account;
 }
 
 clsTLXAccounts::clsTLXAccounts(FileSystem& files, MutexFactory& mutexes, TraceLog& log,
@@ -44,8 +30,7 @@ clsTLXAccounts::clsTLXAccounts(FileSystem& files, MutexFactory& mutexes, TraceLo
       mutexes_(mutexes),
       log_(log),
       serverFile_(u"\\\\" + primaryServerName + u"\\TLXData$\\Accounts.txt"),
-      localCopy_(files.TemporaryFolder() + u"\\tlxact.txt"),
-      structures_(mutexes) {}
+      localCopy_(files.TemporaryFolder() + u"\\tlxact.txt") {}
 
 bool clsTLXAccounts::LoadAccounts() {
     log_.Log(u"Loading accounts ... ");
@@ -89,14 +74,16 @@ bool clsTLXAccounts::CheckServerAccountsFile(std::optional<std::uint64_t>& modif
 
 bool clsTLXAccounts::LoadAccountsFile(const std::u16string& path) {
     try {
-        structures_ = Structures(mutexes_);
+        // The old accounts are gone before new ones come.
+        table_ = std::make_shared<AccountTable>();
+        list_.reset();
         ReadAccounts(path);
         return true;
     } catch (...) {
         const Error error = Error::Current();
         if (error.Number() == errorNumber::outOfMemory) {
             // Part of a list that no memory is large enough for would leave none for anything else.
-            structures_.Clear();
+            *table_ = AccountTable();
         }
         log_.Log(u"LoadAccountsFile Error: " + error.NumberAndDescription());
         return false;
@@ -107,38 +94,33 @@ void clsTLXAccounts::ReadAccounts(const std::u16string& path) {
     log_.Log(u"Opening accounts list: " + path);
     {
         TextInput stream = TextInput::OpenUtf16(files_, path);
-        Group group;
         while (!stream.AtEnd()) {
-            auto account = std::make_shared<clsAccount>();
-            account->StringForm(stream.ReadLineView());
-            MakeRoom(*structures_.dictionary);
-            (*structures_.dictionary)[account->AccountID] = account;
-            if (account->IsMain) {
-                AppendGroup(group);
-            } else if (group.empty()) {
-                throw NoMainAccount();
-            }
-            group.push_back(std::move(account));
+            table_->Add(ParseAccount(stream.ReadLineView()));
         }
-        AppendGroup(group);
-        log_.Log(u"Loaded " + NumberText(structures_.list->Length()) + u" accounts");
+        table_->EndGroup();
+        log_.Log(u"Loaded " + NumberText(static_cast<std::int64_t>(table_->GroupCount())) + u" accounts");
     }
-    if (structures_.list->Length() == 0) {
+    if (table_->GroupCount() == 0) {
         throw NoAccounts();
     }
 }
 
-void clsTLXAccounts::AppendGroup(Group& group) {
-    if (group.empty()) {
-        return;
+std::shared_ptr<List> clsTLXAccounts::AccountList() const {
+    std::shared_ptr<List> list = list_.lock();
+    if (list == nullptr) {
+        list = std::make_shared<List>(mutexes_);
+        for (std::size_t group = 0; group < table_->GroupCount(); ++group) {
+            auto members = std::make_shared<List>(mutexes_);
+            for (std::size_t number = table_->GroupStart(group); number < table_->GroupStart(group + 1); ++number) {
+                auto account = std::make_shared<clsAccount>();
+                table_->Read(number, *account);
+                members->Append(std::move(account));
+            }
+            list->Append(std::move(members));
+        }
+        list_ = list;
     }
-    structures_.titles->AddGroup(group);
-    auto list = std::make_shared<List>(mutexes_);
-    for (std::shared_ptr<clsAccount>& account : group) {
-        list->Append(std::move(account));
-    }
-    structures_.list->Append(std::move(list));
-    group.clear();
+    return list;
 }
 
 }  // namespace korvanta

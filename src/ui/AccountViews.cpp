@@ -1,7 +1,7 @@
 #include "ui/AccountViews.h"
 
 #include "common/Guarded.h"
-#include "common/Text.h"
+#include "server/AccountSearch.h"
 
 namespace korvanta {
 
@@ -39,20 +39,6 @@ class Hourglass {
 };
 
 }  // namespace
-
-// One walk over the account list as it was when the walk began.
-struct AccountViews::Search {
-    std::shared_ptr<const AccountTitles> titles;
-    std::u16string text;  // as typed
-    std::u16string folded;
-
-    void TakeText(const std::u16string& typed) {
-        if (text != typed) {
-            text = typed;
-            folded = Lower(typed);
-        }
-    }
-};
 
 AccountViews::AccountViews(AccountNumberForm& form, clsTLXAccounts& accounts, clsTLXPrefs& prefs,
                            MessageLoop& messageLoop, TraceLog& log, std::function<void(std::int32_t)> accountSelected)
@@ -119,35 +105,38 @@ class AccountViews::AllFill {
 };
 
 void AccountViews::FillAll() {
-    const std::shared_ptr<List> accountList = accounts_.AccountList();
+    const std::shared_ptr<const AccountTable> accounts = accounts_.Table();
     shownAccounts_.reset();
     {
         const AllFill fill(*this);
         searchAbort_ = false;
-        AddGroups(fill, accountList);
+        AddGroups(fill, accounts);
         if (fill.Overtaken()) {
             return;
         }
     }
     if (!searchAbort_) {
-        shownAccounts_ = accountList;
+        shownAccounts_ = accounts;
         shownSearch_ = form_.txtSearch.Text();
     }
     form_.ctlAccountListAll.SelectedID(prefs_.GetLastSelectedAccount());
 }
 
-void AccountViews::AddGroups(const AllFill& fill, const std::shared_ptr<List>& accountList) {
-    const std::vector<Variant> groups = accountList->Items();
-    Search search;
-    search.titles = accounts_.Titles();
-    form_.prgSearch.Maximum(static_cast<int>(groups.size()));
+void AccountViews::AddGroups(const AllFill& fill, const std::shared_ptr<const AccountTable>& accounts) {
+    std::u16string text = form_.txtSearch.Text();
+    AccountSearch search(accounts, text);
+    clsAccount account;
+    form_.prgSearch.Maximum(static_cast<int>(accounts->GroupCount()));
     std::int32_t count = 0;
-    std::size_t account = 0;
-    for (const Variant& entry : groups) {
-        const List& group = *entry.Peek<List>();
-        search.TakeText(form_.txtSearch.Text());
-        AddGroup(search, group, account);
-        account += static_cast<std::size_t>(group.Length());
+    for (std::size_t group = 0; group < accounts->GroupCount(); ++group) {
+        if (form_.txtSearch.Text() != text) {
+            text = form_.txtSearch.Text();
+            search = AccountSearch(accounts, text);
+        }
+        for (const std::uint32_t number : search.Shown(group)) {
+            accounts->Read(number, account);
+            form_.ctlAccountListAll.AddAccount(account);
+        }
         ++count;
         if (count > form_.prgSearch.Value()) {
             form_.prgSearch.Value(count);
@@ -164,39 +153,15 @@ void AccountViews::AddGroups(const AllFill& fill, const std::shared_ptr<List>& a
     }
 }
 
-// Adds what the search shows of one group. A hit on the main account shows the whole group, a hit on a sub-account the
-// main account and the sub-accounts that match. Accounts are numbered through the whole list in file order.
-void AccountViews::AddGroup(const Search& search, const List& group, std::size_t firstAccount) {
-    const AccountTitles& titles = *search.titles;
-    const auto length = static_cast<std::size_t>(group.Length());
-    std::size_t match = 0;
-    while (match < length && !titles.SubTitleContains(firstAccount + match, search.folded) &&
-           !titles.MainTitleContains(firstAccount + match, search.folded)) {
-        ++match;
-    }
-    if (match == length) {
-        return;
-    }
-    const bool mainMatched = match == 0;
-    const std::vector<Variant> members = group.Items();
-    form_.ctlAccountListAll.AddAccount(*members[0].Peek<clsAccount>());
-    for (std::size_t i = 1; i < length; ++i) {
-        if (mainMatched || titles.SubTitleContains(firstAccount + i, search.folded)) {
-            form_.ctlAccountListAll.AddAccount(*members[i].Peek<clsAccount>());
-        }
-    }
-}
-
 void AccountViews::FillPreferred() {
-    const std::shared_ptr<const AccountDictionary> accounts = accounts_.AccountDict();
+    const AccountDictionary accounts = accounts_.AccountDict();
     ctlAccountList& list = form_.ctlAccountListPreferred;
     {
         const ListFill fill(list);
         for (const Variant& id : prefs_.Preferred()->Items()) {
-            const auto found = accounts->find(id.Integer());
-            if (found != accounts->end()) {
-                list.AddAccount(*found->second);
-            } else if (!accounts->empty() && !loadFailed_) {
+            if (const std::shared_ptr<const clsAccount> account = accounts.Find(id.Integer())) {
+                list.AddAccount(*account);
+            } else if (accounts.Count() != 0 && !loadFailed_) {
                 // A list that could not be read whole says nothing about which accounts there are.
                 prefs_.RemovePreferred(id.Integer());
             }
@@ -206,15 +171,14 @@ void AccountViews::FillPreferred() {
 }
 
 void AccountViews::FillRecent() {
-    const std::shared_ptr<const AccountDictionary> accounts = accounts_.AccountDict();
+    const AccountDictionary accounts = accounts_.AccountDict();
     ctlAccountList& list = form_.ctlAccountListRecent;
     {
         const ListFill fill(list);
         const std::vector<Variant> history = prefs_.History()->Items();
         for (auto id = history.rbegin(); id != history.rend(); ++id) {
-            const auto found = accounts->find(id->Integer());
-            if (found != accounts->end()) {
-                list.AddAccount(*found->second);
+            if (const std::shared_ptr<const clsAccount> account = accounts.Find(id->Integer())) {
+                list.AddAccount(*account);
             }
         }
     }
@@ -272,8 +236,8 @@ ctlAccountList& AccountViews::CurrentList() {
 }
 
 bool AccountViews::AllIsShown() const {
-    const std::shared_ptr<List> shown = shownAccounts_.lock();
-    return shown != nullptr && shown == accounts_.AccountList() && shownSearch_ == form_.txtSearch.Text();
+    const std::shared_ptr<const AccountTable> shown = shownAccounts_.lock();
+    return shown != nullptr && shown == accounts_.Table() && shownSearch_ == form_.txtSearch.Text();
 }
 
 void AccountViews::SearchChanged() {

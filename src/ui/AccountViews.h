@@ -39,18 +39,15 @@ class AccountViews {
     ctlAccountList& CurrentList();
 
   private:
-    struct Search;
-
     class AllFill;
 
     void ConnectControls();
-    void AddGroups(const AllFill& fill, const std::shared_ptr<List>& accountList);
+    void AddGroups(const AllFill& fill, const std::shared_ptr<const AccountTable>& accounts);
     // Whether the all-accounts view shows the accounts and the search as they are now, in full.
     bool AllIsShown() const;
     void SearchChanged();
     void SearchKey(Key key, bool& swallowed);
     void SearchTick();
-    void AddGroup(const Search& search, const List& group, std::size_t firstAccount);
     void ListClicked(ctlAccountList& list);
     void AddSelected();
     void RemoveSelected();
@@ -70,7 +67,7 @@ class AccountViews {
     std::int32_t quietTicks_ = 0;
     bool loadFailed_ = false;
     std::uint32_t fillNumber_ = 0;
-    std::weak_ptr<List> shownAccounts_;  // what the all-accounts view shows in full, for shownSearch_
+    std::weak_ptr<const AccountTable> shownAccounts_;  // what the all-accounts view shows in full, for shownSearch_
     std::u16string shownSearch_;
 };
 

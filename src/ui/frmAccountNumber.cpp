@@ -197,19 +197,17 @@ void frmAccountNumber::RejectForMissingAccounts() {
 }
 
 void frmAccountNumber::AccountSelected(std::int32_t accountId) {
-    const std::shared_ptr<const AccountDictionary> accounts = services_.accounts.AccountDict();
-    const auto found = accounts->find(accountId);
-    if (found == accounts->end()) {
+    const std::shared_ptr<const clsAccount> account = services_.accounts.AccountDict().Find(accountId);
+    if (account == nullptr) {
         return;
     }
-    const clsAccount& account = *found->second;
-    const bool takesComment = account.RequireComment != 0;
+    const bool takesComment = account->RequireComment != 0;
     txtComment.Enabled(takesComment);
     txtComment.BackColor(takesComment ? systemColor::windowBackground : systemColor::buttonFace);
-    if (!account.AllowNoninvoiceable) {
+    if (!account->AllowNoninvoiceable) {
         chkInvoice.Value(true);
     }
-    chkInvoice.Enabled(account.AllowNoninvoiceable);
+    chkInvoice.Enabled(account->AllowNoninvoiceable);
 }
 
 void frmAccountNumber::OK() {
@@ -226,18 +224,17 @@ void frmAccountNumber::OK() {
         ShowMessage(u"lblAccountNotBillable");
         return;
     }
-    const std::shared_ptr<const AccountDictionary> accounts = services_.accounts.AccountDict();
-    const auto found = accounts->find(accountId);
-    if (found == accounts->end()) {
+    const std::shared_ptr<clsAccount> account = services_.accounts.AccountDict().Find(accountId);
+    if (account == nullptr) {
         ShowMessage(u"lblSelectAccount");
         return;
     }
-    if (found->second->RequireComment == commentMandatory && Trim(txtComment.Text()).empty()) {
+    if (account->RequireComment == commentMandatory && Trim(txtComment.Text()).empty()) {
         services_.platform.messageBoxes.Show(lblCommentMandatory.Caption(), Caption(), MessageButtons::OK,
                                              MessageIcon::Critical);
         return;
     }
-    const Choice choice = TakeChoice(found->second);
+    const Choice choice = TakeChoice(account);
     const bool submitAll = chkSubmitAllDocuments.Value();
     const bool rememberSearch = chkRememberSearch.Value();
     const std::u16string searchText = txtSearch.Text();

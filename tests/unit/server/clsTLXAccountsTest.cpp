@@ -3,6 +3,7 @@
 #include <new>
 
 #include "ServerFixture.h"
+#include "server/AccountSearch.h"
 
 namespace korvanta {
 namespace {
@@ -16,20 +17,6 @@ std::u16string Line(std::int32_t id, bool isMain, std::u16string_view mainTitle,
 
 const std::u16string twoMainAccounts =
     Line(1, true, u"A") + Line(3, false, u"A", u"A1") + Line(4, false, u"A", u"A2") + Line(2, true, u"B");
-
-// Runs out of memory once `left` mutexes have been made.
-class ScarceMutexes : public fakes::FakeMutexFactory {
-  public:
-    int left = 1'000'000'000;
-
-    std::unique_ptr<Mutex> CreateOwned(std::uint32_t& errorCode) override {
-        if (left-- == 0) {
-            left = 1'000'000'000;
-            throw std::bad_alloc();
-        }
-        return FakeMutexFactory::CreateOwned(errorCode);
-    }
-};
 
 class TLXAccounts : public ServerFixture {
   protected:
@@ -48,7 +35,7 @@ class TLXAccounts : public ServerFixture {
         return Join(groups, u" | ");
     }
     std::u16string Groups() const { return Groups(accounts); }
-    std::size_t Known() const { return accounts.AccountDict()->size(); }
+    std::size_t Known() const { return accounts.AccountDict().Count(); }
 
     Lines LogOf(const std::function<void()>& action) {
         log.lines.clear();
@@ -56,14 +43,36 @@ class TLXAccounts : public ServerFixture {
         return log.lines;
     }
 
-    ScarceMutexes scarce;
-    clsTLXAccounts accounts{files, scarce, log, u"SRV"};
+    // Which accounts a search shows, "A:1 A1:3" for a whole group.
+    std::u16string Found(std::u16string_view text) const {
+        AccountSearch search(accounts.Table(), text);
+        std::vector<std::u16string> ids;
+        for (std::size_t group = 0; group < accounts.Table()->GroupCount(); ++group) {
+            for (const std::uint32_t number : search.Shown(group)) {
+                clsAccount account;
+                accounts.Table()->Read(number, account);
+                ids.push_back(NumberText(account.AccountID));
+            }
+        }
+        return Join(ids, u" ");
+    }
+    // Memory runs out while a line of that file is read, the first time.
+    void RunOutOfMemoryIn(const std::u16string& file, int read) {
+        files.largestRead = 60;
+        files.onRead = [this, file, read, reads = 0](const std::u16string& path) mutable {
+            if (path == file && ++reads == read) {
+                throw std::bad_alloc();
+            }
+        };
+    }
+
+    clsTLXAccounts accounts{files, mutexes, log, u"SRV"};
 };
 
 TEST_F(TLXAccounts, ANewObjectIsEmptyAndUnchanged) {
     EXPECT_EQ(Groups(), u"");
     EXPECT_EQ(Known(), 0U);
-    EXPECT_EQ(accounts.Titles()->Count(), 0U);
+    EXPECT_EQ(accounts.Table()->Count(), 0U);
     EXPECT_FALSE(accounts.AccountsFileChanged());
     EXPECT_EQ(files.log, Lines());
 }
@@ -73,7 +82,7 @@ TEST_F(TLXAccounts, AccountsAreGroupedByMainAccountInFileOrder) {
     EXPECT_TRUE(accounts.LoadAccounts());
     EXPECT_EQ(Groups(), u"A:1 A1:3 A2:4 | B:2");
     EXPECT_EQ(Known(), 4U);
-    EXPECT_EQ(accounts.AccountDict()->at(4)->SubTitle, u"A2");
+    EXPECT_EQ(accounts.AccountDict().Find(4)->SubTitle, u"A2");
     EXPECT_TRUE(accounts.AccountsFileChanged());
     EXPECT_EQ(log.lines,
               (Lines{u"Loading accounts ... ", u"Server file modified", u"Try to load accounts list from server",
@@ -81,27 +90,36 @@ TEST_F(TLXAccounts, AccountsAreGroupedByMainAccountInFileOrder) {
     EXPECT_EQ(files.ReadBytes(localCopy), Utf16(twoMainAccounts));
 }
 
-TEST_F(TLXAccounts, TheListAndTheDictionaryShareTheirAccounts) {
+TEST_F(TLXAccounts, TheListAndTheDictionaryHaveTheSameAccounts) {
     files.WriteUtf16(serverFile, twoMainAccounts);
     ASSERT_TRUE(accounts.LoadAccounts());
     const auto group = accounts.AccountList()->Item(0).As<List>();
-    EXPECT_EQ(group->Item(2).As<clsAccount>(), accounts.AccountDict()->at(4));
+    EXPECT_EQ(group->Item(2).As<clsAccount>()->StringForm(), accounts.AccountDict().Find(4)->StringForm());
+    EXPECT_EQ(accounts.AccountDict().Find(5), nullptr);
 }
 
-TEST_F(TLXAccounts, TheTitlesFollowTheGroups) {
+TEST_F(TLXAccounts, TheListIsTheSameWhileSomebodyHoldsIt) {
     files.WriteUtf16(serverFile, twoMainAccounts);
     ASSERT_TRUE(accounts.LoadAccounts());
-    ASSERT_EQ(accounts.Titles()->Count(), 4U);
-    EXPECT_TRUE(accounts.Titles()->SubTitleContains(2, u"a2"));
-    EXPECT_TRUE(accounts.Titles()->MainTitleContains(2, u"a"));
-    EXPECT_TRUE(accounts.Titles()->MainTitleContains(3, u"b"));
-    EXPECT_FALSE(accounts.Titles()->MainTitleContains(3, u"a"));
+    const auto list = accounts.AccountList();
+    EXPECT_EQ(accounts.AccountList(), list);
+    files.SetModified(serverFile, 1);
+    ASSERT_TRUE(accounts.LoadAccounts());
+    EXPECT_NE(accounts.AccountList(), list);
+}
+
+TEST_F(TLXAccounts, TheAccountsAreSearchedByTheirTitles) {
+    files.WriteUtf16(serverFile, twoMainAccounts);
+    ASSERT_TRUE(accounts.LoadAccounts());
+    EXPECT_EQ(Found(u"a2"), u"1 4");
+    EXPECT_EQ(Found(u"a"), u"1 3 4");
+    EXPECT_EQ(Found(u"b"), u"2");
 }
 
 TEST_F(TLXAccounts, AnEmptyActiveFieldReadsAsActive) {
     files.WriteUtf16(serverFile, u"1\u00011\u0001A\u0001\u0001\u00010\u00010\u0001\r\n");
     EXPECT_TRUE(accounts.LoadAccounts());
-    EXPECT_TRUE(accounts.AccountDict()->at(1)->IsActive);
+    EXPECT_TRUE(accounts.AccountDict().Find(1)->IsActive);
 }
 
 TEST_F(TLXAccounts, ASecondLoadOfAnUnchangedFileLeavesTheListsInPlace) {
@@ -138,28 +156,24 @@ TEST_F(TLXAccounts, WhoHoldsTheOldListsKeepsThem) {
     ASSERT_TRUE(accounts.LoadAccounts());
     const auto list = accounts.AccountList();
     const auto dictionary = accounts.AccountDict();
-    const auto titles = accounts.Titles();
+    const auto table = accounts.Table();
     files.WriteUtf16(serverFile, Line(5, true, u"C"));
     files.SetModified(serverFile, 1);
     ASSERT_TRUE(accounts.LoadAccounts());
     EXPECT_EQ(list->Length(), 2);
-    EXPECT_EQ(dictionary->size(), 4U);
-    EXPECT_EQ(titles->Count(), 4U);
-    EXPECT_TRUE(titles->SubTitleContains(1, u"a1"));
+    EXPECT_EQ(dictionary.Count(), 4U);
+    EXPECT_EQ(table->Count(), 4U);
 }
 
 TEST_F(TLXAccounts, OldListsAreGoneBeforeNewOnesAreRead) {
     files.WriteUtf16(serverFile, twoMainAccounts);
     ASSERT_TRUE(accounts.LoadAccounts());
-    const std::weak_ptr<const List> list = accounts.AccountList();
-    const std::weak_ptr<const AccountDictionary> dictionary = accounts.AccountDict();
-    const std::weak_ptr<const AccountTitles> titles = accounts.Titles();
-    const std::weak_ptr<const clsAccount> account = accounts.AccountDict()->at(4);
+    const std::weak_ptr<const AccountTable> table = accounts.Table();
     files.SetModified(serverFile, 1);
     int reads = 0;
     files.onRead = [&](const std::u16string&) {
         ++reads;
-        EXPECT_TRUE(list.expired() && dictionary.expired() && titles.expired() && account.expired());
+        EXPECT_TRUE(table.expired());
     };
     EXPECT_TRUE(accounts.LoadAccounts());
     EXPECT_GT(reads, 0);
@@ -180,8 +194,8 @@ TEST_F(TLXAccounts, TitlesOf260CharactersComeWhole) {
     const std::u16string title(260, u'W');
     files.WriteUtf16(serverFile, Line(1, true, title) + Line(2, false, title, title + u"x"));
     EXPECT_TRUE(accounts.LoadAccounts());
-    EXPECT_EQ(accounts.AccountDict()->at(2)->CompoundTitle(), title + u" / " + title + u"x");
-    EXPECT_TRUE(accounts.Titles()->SubTitleContains(1, u"wwx"));
+    EXPECT_EQ(accounts.AccountDict().Find(2)->CompoundTitle(), title + u" / " + title + u"x");
+    EXPECT_EQ(Found(u"wwx"), u"1 2");
 }
 
 TEST_F(TLXAccounts, AFirstLineThatIsASubAccountLoadsNothing) {
@@ -313,8 +327,8 @@ TEST_F(TLXAccounts, OfSeveralAccountsWithOneIdTheDictionaryHasTheLastAndTheListA
     EXPECT_TRUE(accounts.LoadAccounts());
     EXPECT_EQ(Groups(), u"A:1 A1:1 | B:1");
     EXPECT_EQ(Known(), 1U);
-    EXPECT_EQ(accounts.AccountDict()->at(1)->MainTitle, u"B");
-    EXPECT_TRUE(accounts.AccountDict()->at(1)->IsMain);
+    EXPECT_EQ(accounts.AccountDict().Find(1)->MainTitle, u"B");
+    EXPECT_TRUE(accounts.AccountDict().Find(1)->IsMain);
 }
 
 TEST_F(TLXAccounts, WhatWasReadBeforeABadLineStays) {
@@ -327,7 +341,7 @@ TEST_F(TLXAccounts, WhatWasReadBeforeABadLineStays) {
     EXPECT_EQ(log.lines.back(), u"LoadAccountsFile Error: 13 - Type mismatch");
     EXPECT_EQ(Groups(), u"A:1 A1:3 A2:4 | B:2") << "a group is listed when the next one begins";
     EXPECT_EQ(Known(), 5U);
-    EXPECT_EQ(accounts.Titles()->Count(), 4U) << "one for each listed account";
+    EXPECT_EQ(Found(u""), u"1 3 4 2") << "what is listed";
 }
 
 TEST_F(TLXAccounts, LinesThatAreNoAccountsFailWithTheirError) {
@@ -384,8 +398,8 @@ TEST_F(TLXAccounts, OddCharactersInTitlesAreKeptAndFound) {
     const std::u16string odd{u'X', u'\0', 0xD800, u'Y', 0xDC00};
     files.WriteUtf16(serverFile, Line(1, true, odd) + Line(2, false, odd, odd));
     EXPECT_TRUE(accounts.LoadAccounts());
-    EXPECT_EQ(accounts.AccountDict()->at(2)->SubTitle, odd);
-    EXPECT_TRUE(accounts.Titles()->SubTitleContains(1, std::u16string{u'\0', 0xD800, u'y'}));
+    EXPECT_EQ(accounts.AccountDict().Find(2)->SubTitle, odd);
+    EXPECT_EQ(Found(std::u16string{u'\0', 0xD800, u'y'}), u"1 2");
 }
 
 TEST_F(TLXAccounts, AReadThatFailsHalfWayHasTheLocalCopyLoaded) {
@@ -400,33 +414,33 @@ TEST_F(TLXAccounts, AReadThatFailsHalfWayHasTheLocalCopyLoaded) {
 
 TEST_F(TLXAccounts, RunningOutOfMemoryDropsWhatWasReadAndTriesTheLocalCopy) {
     files.WriteUtf16(serverFile, twoMainAccounts);
-    scarce.left = 2;  // the list and the first group
+    RunOutOfMemoryIn(serverFile, 2);
     EXPECT_FALSE(accounts.LoadAccounts());
     EXPECT_TRUE(log.Has(u"LoadAccountsFile Error: 7 - Out of memory"));
     files.WriteUtf16(localCopy, Line(9, true, u"Cached"));
-    scarce.left = 2;
+    RunOutOfMemoryIn(serverFile, 2);
     EXPECT_TRUE(accounts.LoadAccounts());
     EXPECT_EQ(Groups(), u"Cached:9");
-    EXPECT_EQ(accounts.Titles()->Count(), 1U);
+    EXPECT_EQ(accounts.Table()->Count(), 1U);
 }
 
-TEST_F(TLXAccounts, OutOfMemoryForBothFilesLeavesEmptyLists) {
+TEST_F(TLXAccounts, OutOfMemoryForTheLocalCopyLeavesEmptyLists) {
     files.WriteUtf16(serverFile, u"");
     files.WriteUtf16(localCopy, twoMainAccounts);
-    scarce.left = 3;  // the server's list, the local list and its first group
+    RunOutOfMemoryIn(localCopy, 2);
     EXPECT_FALSE(accounts.LoadAccounts());
     EXPECT_EQ(log.lines.back(), u"LoadAccountsFile Error: 7 - Out of memory");
     EXPECT_EQ(Groups(), u"");
     EXPECT_EQ(Known(), 0U);
-    EXPECT_EQ(accounts.Titles()->Count(), 0U);
+    EXPECT_EQ(accounts.Table()->Count(), 0U);
 }
 
-TEST_F(TLXAccounts, ListsThatCannotBeMadeFailTheLoad) {
+TEST_F(TLXAccounts, AListThatCannotBeMadeIsTold) {
     files.WriteUtf16(serverFile, twoMainAccounts);
-    scarce.faults.FailFrom("CreateOwned", 1, 8);
-    EXPECT_FALSE(accounts.LoadAccounts());
-    EXPECT_NE(accounts.AccountList(), nullptr);
-    EXPECT_TRUE(log.HasStart(u"LoadAccountsFile Error: -2147"));
+    ASSERT_TRUE(accounts.LoadAccounts());
+    mutexes.faults.FailOnce("CreateOwned", 1, 8);
+    EXPECT_THROW(accounts.AccountList(), Error);
+    EXPECT_EQ(Groups(), u"A:1 A1:3 A2:4 | B:2");
 }
 
 TEST_F(TLXAccounts, ManyAccountsOfOneMainAccountAreOneGroup) {
@@ -439,7 +453,7 @@ TEST_F(TLXAccounts, ManyAccountsOfOneMainAccountAreOneGroup) {
     EXPECT_TRUE(log.Has(u"Loaded 1 accounts"));
     EXPECT_EQ(accounts.AccountList()->Item(0).As<List>()->Length(), 20'001);
     EXPECT_EQ(Known(), 20'001U);
-    EXPECT_TRUE(accounts.Titles()->SubTitleContains(20'000, u"sub 20000"));
+    EXPECT_EQ(Found(u"sub 20000"), u"0 20000");
 }
 
 }  // namespace

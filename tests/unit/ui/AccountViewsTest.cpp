@@ -219,7 +219,7 @@ TEST_F(AccountViewsTest, AListThatCouldNotBeReadWholeTakesNoPreferredAccountAway
     WriteAccounts({lines[0], u"no account at all"});
     files.WriteUtf16(u"C:\\Temp\\tlxact.txt", lines[0] + u"\r\nno account at all\r\n");
     Offer(1);
-    EXPECT_EQ(Accounts().AccountDict()->size(), 1U);
+    EXPECT_EQ(Accounts().AccountDict().Count(), 1U);
     Select(Dialog().ctlAccountListAll, 1);
     Dialog().lblAddPreferred.HandleClick();
     EXPECT_THAT(Preferred(), ElementsAre(21, 1));
@@ -509,7 +509,7 @@ TEST_F(AccountViewsTest, ASearchThatFailsHalfWayLeavesTheViewWhole) {
 
 TEST_F(AccountViewsTest, OldAccountsAreLetGoBeforeNewOnesAreRead) {
     Dialog().PreLoadAccounts();
-    const std::weak_ptr<List> old = Accounts().AccountList();
+    const std::weak_ptr<const AccountTable> old = Accounts().Table();
     WriteAccounts({Main(1, u"Sales")});
     bool expired = false;
     files.onRead = [&](const std::u16string&) { expired = old.expired(); };
