@@ -43,6 +43,17 @@ clsServerInterfaceHTTP::clsServerInterfaceHTTP(FileSystem& files, Internet& inte
       inet_(files, internet, messages, boxes),
       temporaryFile_(files.TemporaryFolder() + u"\\" + files.TemporaryName()) {}
 
+clsServerInterfaceHTTP::~clsServerInterfaceHTTP() {
+    if (temporaryFileLeft_) {
+        try {
+            files_.Delete(temporaryFile_);
+        } catch (const std::exception&) {
+            // It stays, as one that somebody else has open does.
+            return;
+        }
+    }
+}
+
 std::u16string clsServerInterfaceHTTP::DataUrl(const std::u16string& name) const {
     return u"http://" + serverName_ + u"/TLXData/" + name;
 }
@@ -54,6 +65,7 @@ std::u16string clsServerInterfaceHTTP::JobUrl(const std::u16string& name) const 
 std::u16string clsServerInterfaceHTTP::GetURL(const std::u16string& url) {
     for (int failures = 0;; ++failures) {
         try {
+            temporaryFileLeft_ = true;
             // The body is gone before the text is read: they may be large.
             const bool isFile = IsUtf16(inet_.GetURLSource(url, temporaryFile_));
             return isFile ? ReadTemporaryFile() : std::u16string();
@@ -75,6 +87,7 @@ std::u16string clsServerInterfaceHTTP::ReadTemporaryFile() {
         }
     }
     CheckFile(files_.Delete(temporaryFile_));
+    temporaryFileLeft_ = false;
     return text;
 }
 

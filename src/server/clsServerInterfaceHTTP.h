@@ -16,6 +16,10 @@ class clsServerInterfaceHTTP : public IServerInterface {
     // `userName` names the current user's job files: trimmed, without NULs, in lower case.
     clsServerInterfaceHTTP(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes,
                            TraceLog& log, std::u16string userName);
+    // Removes what the last download may have left in the temporary file.
+    ~clsServerInterfaceHTTP() override;
+    clsServerInterfaceHTTP(const clsServerInterfaceHTTP&) = delete;
+    clsServerInterfaceHTTP& operator=(const clsServerInterfaceHTTP&) = delete;
 
   private:
     void IServerInterface_ServerName(const std::u16string& serverName) override;
@@ -40,6 +44,7 @@ class clsServerInterfaceHTTP : public IServerInterface {
     const std::u16string userName_;
     clsInet inet_;
     const std::u16string temporaryFile_;
+    bool temporaryFileLeft_ = false;
     std::u16string serverName_;
 };
 

@@ -1,6 +1,7 @@
 #include "driver/Client.h"
 
 #include <algorithm>
+#include <cstring>
 #include <cwctype>
 #include <stdexcept>
 #include <vector>
@@ -160,6 +161,44 @@ bool RunningClient::WaitForMonitoring(std::chrono::milliseconds limit) const {
         return false;
     };
     return WaitFor([&] { return beats() || !Running(); }, limit) && Running();
+}
+
+// The calls that count a process's handles are stubs in Wine; the list of all handles of the system is not.
+int RunningClient::HandleCount() const {
+    struct Entry {
+        ULONG processId;
+        UCHAR type;
+        UCHAR flags;
+        USHORT handle;
+        void* object;
+        ULONG access;
+    };
+    constexpr ULONG systemHandleInformation = 16;
+    constexpr LONG tooSmall = static_cast<LONG>(0xC0000004);
+    using Query = LONG(WINAPI*)(ULONG, void*, ULONG, ULONG*);
+    const auto query = reinterpret_cast<Query>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("ntdll.dll"), "NtQuerySystemInformation")));
+    std::vector<char> buffer(65536);
+    LONG status = tooSmall;
+    while (query != nullptr && buffer.size() < (std::size_t{1} << 26U)) {
+        status = query(systemHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), nullptr);
+        if (status != tooSmall) {
+            break;
+        }
+        buffer.resize(buffer.size() * 2);
+    }
+    if (status != 0) {
+        return -1;
+    }
+    ULONG count = 0;
+    std::memcpy(&count, buffer.data(), sizeof count);
+    int own = 0;
+    for (ULONG i = 0; i < count; ++i) {
+        Entry entry;
+        std::memcpy(&entry, buffer.data() + sizeof count + i * sizeof entry, sizeof entry);
+        own += entry.processId == processId_ ? 1 : 0;
+    }
+    return own;
 }
 
 bool RunningClient::Answers() const {

@@ -39,6 +39,8 @@ class RunningClient {
     std::optional<MessageWindow> WaitForMessage(std::chrono::milliseconds limit = usualLimit) const;
     // Whether the client has got through its start and beats.
     bool WaitForMonitoring(std::chrono::milliseconds limit = usualLimit) const;
+    // How many handles of the kernel it has open; -1 when the system does not tell.
+    int HandleCount() const;
     // Whether every form answers a message within two seconds.
     bool Answers() const;
 

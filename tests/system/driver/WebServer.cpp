@@ -1,6 +1,7 @@
 #include "driver/WebServer.h"
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 
@@ -11,38 +12,92 @@ namespace {
 
 constexpr unsigned short port = 80;
 
-// The path that the request asks for, with backslashes.
-std::wstring RequestedPath(const std::string& request) {
+class Locked {
+  public:
+    explicit Locked(CRITICAL_SECTION& lock) : lock_(lock) { EnterCriticalSection(&lock_); }
+    ~Locked() { LeaveCriticalSection(&lock_); }
+    Locked(const Locked&) = delete;
+    Locked& operator=(const Locked&) = delete;
+
+  private:
+    CRITICAL_SECTION& lock_;
+};
+
+std::string RequestedPath(const std::string& request) {
     const std::size_t start = request.find(' ') + 1;
-    std::wstring path = FromUtf8(request.substr(start, request.find(' ', start) - start));
-    std::replace(path.begin(), path.end(), L'/', L'\\');
-    return path;
+    return request.substr(start, request.find(' ', start) - start);
 }
 
-std::string Response(const std::string& status, const std::string& body) {
-    return "HTTP/1.0 " + status + "\r\nContent-Length: " + std::to_string(body.size()) +
-           "\r\nConnection: close\r\n\r\n" + body;
+std::wstring FileOf(const std::string& path) {
+    std::wstring file = FromUtf8(path);
+    std::replace(file.begin(), file.end(), L'/', L'\\');
+    return file;
 }
 
-void SendAll(SOCKET connection, const std::string& bytes) {
-    for (std::size_t sent = 0; sent < bytes.size();) {
-        const int count = send(connection, bytes.data() + sent, static_cast<int>(bytes.size() - sent), 0);
+// Empty when the client goes before it has asked.
+std::string Receive(SOCKET connection) {
+    std::string request;
+    char buffer[2048];
+    while (request.find("\r\n\r\n") == std::string::npos) {
+        const int count = recv(connection, buffer, sizeof buffer, 0);
         if (count <= 0) {
-            return;
+            return {};
         }
-        sent += static_cast<std::size_t>(count);
+        request.append(buffer, static_cast<std::size_t>(count));
     }
+    return request;
 }
 
 }  // namespace
 
+bool Connection::Send(const std::string& bytes) const {
+    for (std::size_t sent = 0; sent < bytes.size();) {
+        const auto piece = static_cast<int>(std::min<std::size_t>(bytes.size() - sent, 65536));
+        const int count = stopping_ ? -1 : send(socket_, bytes.data() + sent, piece, 0);
+        if (count <= 0) {
+            return false;
+        }
+        sent += static_cast<std::size_t>(count);
+    }
+    return true;
+}
+
+bool Connection::Pause(DWORD milliseconds) const {
+    constexpr DWORD step = 20;
+    for (DWORD waited = 0; waited < milliseconds && !stopping_; waited += step) {
+        Sleep(step);
+    }
+    return !stopping_;
+}
+
+void Connection::Reset() const {
+    const linger atOnce{1, 0};
+    setsockopt(socket_, SOL_SOCKET, SO_LINGER, reinterpret_cast<const char*>(&atOnce), sizeof atOnce);
+}
+
+std::string Response(const std::string& status, const std::string& body, const std::string& headers) {
+    return "HTTP/1.0 " + status + "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n" + headers +
+           "Connection: close\r\n\r\n" + body;
+}
+
+std::string ResponseHead(std::size_t size) {
+    return "HTTP/1.0 200 OK\r\nContent-Length: " + std::to_string(size) + "\r\nConnection: close\r\n\r\n";
+}
+
+struct WebServer::Visit {
+    WebServer& server;
+    SOCKET connection;
+};
+
 WebServer::WebServer(const std::string& address, const std::wstring& folder) : address_(address), folder_(folder) {
     WSADATA data;
     WSAStartup(MAKEWORD(2, 2), &data);
+    InitializeCriticalSection(&lock_);
 }
 
 WebServer::~WebServer() {
     Stop();
+    DeleteCriticalSection(&lock_);
     WSACleanup();
 }
 
@@ -58,11 +113,13 @@ void WebServer::Start() {
         throw std::runtime_error("cannot listen at port 80 of " + address_ + ": error " +
                                  std::to_string(WSAGetLastError()));
     }
+    stopping_ = false;
     thread_ = CreateThread(nullptr, 0, &WebServer::Serve, this, 0, nullptr);
 }
 
 void WebServer::Stop() {
     if (thread_ != nullptr) {
+        stopping_ = true;
         closesocket(listener_);
         WaitForSingleObject(thread_, INFINITE);
         CloseHandle(thread_);
@@ -70,31 +127,72 @@ void WebServer::Stop() {
     }
 }
 
+void WebServer::AbsentPage(const std::string& body) {
+    const Locked locked(lock_);
+    absentPage_ = body;
+}
+
+void WebServer::Misbehave(const std::string& path, const Behaviour& behaviour) {
+    const Locked locked(lock_);
+    behaviours_[path] = behaviour;
+}
+
+void WebServer::Behave() {
+    const Locked locked(lock_);
+    behaviours_.clear();
+}
+
+int WebServer::Requests(const std::string& path) const {
+    const Locked locked(lock_);
+    const auto found = requests_.find(path);
+    return found == requests_.end() ? 0 : found->second;
+}
+
 DWORD WINAPI WebServer::Serve(void* server) {
-    const WebServer& self = *static_cast<const WebServer*>(server);
+    WebServer& self = *static_cast<WebServer*>(server);
     for (;;) {
         const SOCKET connection = accept(self.listener_, nullptr, nullptr);
         if (connection == INVALID_SOCKET) {
-            return 0;
+            break;
         }
-        self.Answer(connection);
-        closesocket(connection);
+        auto visit = std::make_unique<Visit>(Visit{self, connection});
+        self.visits_.push_back(CreateThread(nullptr, 0, &WebServer::Answer, visit.release(), 0, nullptr));
     }
+    for (const HANDLE visit : self.visits_) {
+        WaitForSingleObject(visit, INFINITE);
+        CloseHandle(visit);
+    }
+    self.visits_.clear();
+    return 0;
 }
 
-void WebServer::Answer(SOCKET connection) const {
-    std::string request;
-    char buffer[2048];
-    while (request.find("\r\n\r\n") == std::string::npos) {
-        const int count = recv(connection, buffer, sizeof buffer, 0);
-        if (count <= 0) {
-            return;
-        }
-        request.append(buffer, static_cast<std::size_t>(count));
+DWORD WINAPI WebServer::Answer(void* visit) {
+    const std::unique_ptr<Visit> own(static_cast<Visit*>(visit));
+    own->server.Answer(own->connection);
+    closesocket(own->connection);
+    return 0;
+}
+
+void WebServer::Answer(SOCKET connection) {
+    const std::string request = Receive(connection);
+    if (request.empty()) {
+        return;
     }
-    const std::optional<std::string> body = TryReadBytes(folder_ + RequestedPath(request));
-    SendAll(connection, body ? Response("200 OK", *body) : Response("404 Not Found", "<p>File not found</p>"));
+    const Connection client(connection, stopping_);
+    BehaviourOf(RequestedPath(request))(client);
     shutdown(connection, SD_SEND);
+}
+
+Behaviour WebServer::BehaviourOf(const std::string& path) {
+    const Locked locked(lock_);
+    ++requests_[path];
+    const auto found = behaviours_.find(path);
+    if (found != behaviours_.end()) {
+        return found->second;
+    }
+    const std::optional<std::string> body = TryReadBytes(folder_ + FileOf(path));
+    const std::string response = body ? Response("200 OK", *body) : Response("404 Not Found", absentPage_);
+    return [response](const Connection& client) { client.Send(response); };
 }
 
 }  // namespace driver

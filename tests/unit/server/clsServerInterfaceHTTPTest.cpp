@@ -59,6 +59,19 @@ TEST_F(ServerInterfaceHttp, AnErrorPageIsNoFileAndStaysInTheTemporaryFile) {
     EXPECT_EQ(internet.requests.size(), 1U);
 }
 
+TEST_F(ServerInterfaceHttp, WhatADownloadHasLeftGoesWithTheObject) {
+    {
+        clsServerInterfaceHTTP other(files, internet, messages, boxes, log, u"jsmith");
+        other.ServerName(u"SRV");
+        other.GetServersFile();
+        EXPECT_EQ(files.FilesIn(u"C:\\Temp").size(), 1U);
+    }
+    EXPECT_EQ(files.FilesIn(u"C:\\Temp").size(), 0U);
+    files.log.clear();
+    clsServerInterfaceHTTP(files, internet, messages, boxes, log, u"jsmith").TestHealth();
+    EXPECT_EQ(files.log, Lines()) << "nothing was left";
+}
+
 TEST_F(ServerInterfaceHttp, Utf8AnsiAndBigEndianTextsAreNoFiles) {
     for (const std::string& body : {std::string("\xEF\xBB\xBFPrinter"), std::string("Printer"),
                                     std::string("\xFE\xFF\0P", 4), std::string("\xFF"), std::string("\xFF\xFF\xFE")}) {
