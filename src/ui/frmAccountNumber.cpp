@@ -17,6 +17,23 @@ namespace {
 constexpr std::size_t longestComment = 254;
 constexpr std::int16_t commentMandatory = 2;
 
+// The first characters of a text, at most so many units. A character of two units is not cut in the middle: strict
+// readers take no file that holds half of one.
+std::u16string FirstCharacters(const std::u16string& text, std::size_t units) {
+    const auto isHalf = [&text](std::size_t at, char16_t kind) { return (text[at] & 0xFC00U) == kind; };
+    const bool cutsCharacter = text.size() > units && isHalf(units - 1, 0xD800) && isHalf(units, 0xDC00);
+    return text.substr(0, cutsCharacter ? units - 1 : units);
+}
+
+// A field of a notification is one line: line breaks in it, as documents may have them in their names, would make the
+// server take what follows for other fields.
+std::u16string OneLine(std::u16string_view text) {
+    std::u16string line = Replace(text, lineBreak, u" ");
+    std::replace_if(
+        line.begin(), line.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; }, u' ');
+    return line;
+}
+
 }  // namespace
 
 frmAccountNumber::frmAccountNumber(const AccountDialogServices& services)
@@ -254,7 +271,7 @@ frmAccountNumber::Choice frmAccountNumber::TakeChoice(const std::shared_ptr<clsA
     choice.account = account;
     choice.invoiceable = chkInvoice.Value();
     if (account->RequireComment != 0) {
-        choice.comment = txtComment.Text().substr(0, longestComment);
+        choice.comment = FirstCharacters(txtComment.Text(), longestComment);
     }
     if (cboChargeRate.ListIndex() >= 0) {
         const auto rate = static_cast<std::size_t>(cboChargeRate.ListIndex());
@@ -286,17 +303,17 @@ void frmAccountNumber::Notify(const clsJobInfo& job, const Choice& choice) {
 bool frmAccountNumber::WriteNotification(const std::u16string& path, const clsJobInfo& job, const Choice& choice) {
     clsAccountNotification notification(services_.platform.clock, services_.errorReports);
     notification.JobID = job.JobID;
-    notification.MachineName = job.MachineName;
-    notification.PrinterName = job.PrinterName;
-    notification.UserName = job.UserName;
-    notification.Document = job.Document;
+    notification.MachineName = OneLine(job.MachineName);
+    notification.PrinterName = OneLine(job.PrinterName);
+    notification.UserName = OneLine(job.UserName);
+    notification.Document = OneLine(job.Document);
     notification.PrinterHandle = job.PrinterHandle;
     notification.AccountID = choice.account->AccountID;
-    notification.AccountTitle = choice.account->CompoundTitle();
+    notification.AccountTitle = OneLine(choice.account->CompoundTitle());
     notification.Invoiceable = choice.invoiceable;
-    notification.Comment = choice.comment;
-    notification.JobEventFilename = job.JobEventFilename;
-    notification.ChargeRateDescription = choice.rateDescription;
+    notification.Comment = OneLine(choice.comment);
+    notification.JobEventFilename = OneLine(job.JobEventFilename);
+    notification.ChargeRateDescription = OneLine(choice.rateDescription);
     notification.ChargeRateValue = choice.rateValue;
     services_.log.Log(u"Uploading notification file to server: " + path);
     try {

@@ -208,16 +208,6 @@ TEST_F(AccountDialogTest, ADocumentNameOf60000CharactersIsShownAndSent) {
     EXPECT_EQ(Notification(1)[5], name);
 }
 
-TEST_F(AccountDialogTest, ACommentCutInsideAPairIsCutAllTheSame) {
-    Offer(1);
-    SelectAll(4);
-    std::u16string comment(253, u'x');
-    comment += u"\U0001F600tail";
-    Dialog().txtComment.HandleChange(comment);
-    PressOK();
-    EXPECT_EQ(Notification(1)[lineComment], comment.substr(0, 254));
-}
-
 // ---- test mode
 
 TEST_F(TestModeTest, TheDialogCompletesTheJobByItself) {

@@ -212,6 +212,37 @@ TEST_F(AccountDialogTest, ACommentOf300CharactersIsSentAsItsFirst254) {
     EXPECT_EQ(Notification(1)[lineComment], comment.substr(0, 254));
 }
 
+TEST_F(AccountDialogTest, ACommentIsNotCutInTheMiddleOfACharacter) {
+    const std::u16string start(253, u'A');
+    Offer(1);
+    SelectAll(4);
+    Dialog().txtComment.HandleChange(start + u"\U0001F5A8 and more");
+    PressOK();
+    EXPECT_EQ(Notification(1)[lineComment], start);
+    Offer(2);
+    SelectAll(4);
+    Dialog().txtComment.HandleChange(start.substr(1) + u"\U0001F5A8 and more");
+    PressOK();
+    EXPECT_EQ(Notification(2)[lineComment], start.substr(1) + u"\U0001F5A8");
+}
+
+TEST_F(AccountDialogTest, LineBreaksInAJobACommentOrARateAreBlanksInTheNotification) {
+    rates = std::make_shared<clsChargeRates>(platform.mutexes, clock);
+    rates->Add(u"Night\rrate", 2);
+    const auto job = Job(1, u"Letter\r\nto\nmany\rpeople");
+    job->UserName = u"j\nsmith";
+    job->PrinterName = u"La\rser";
+    Dialog().AddJob(job);
+    MonitorTick();
+    SelectAll(4);
+    Dialog().txtComment.HandleChange(u"first\n\nthird");
+    Dialog().cboChargeRate.HandleChange(1);
+    PressOK();
+    EXPECT_EQ(files.ReadUtf16(NotificationPath(1)),
+              u"1\r\nWS17\r\nLa ser\r\nj smith\r\nLetter to many people\r\n77\r\n4\r\nLegal\r\n1\r\n"
+              u"first  third\r\n\r\nNight rate\r\n2\r\n");
+}
+
 TEST_F(AccountDialogTest, AnAccountWithoutCommentSendsNone) {
     RememberSettings();
     settings.DefaultComment(u"left over");
