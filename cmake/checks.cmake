@@ -8,10 +8,19 @@ add_test(NAME "house: clang-tidy" COMMAND ${CMAKE_SOURCE_DIR}/tools/tidy -p ${CM
 set_tests_properties("house: clang-tidy" PROPERTIES TIMEOUT 900 PROCESSORS 2)
 
 # Python tests are found by their folders.
-file(GLOB python_test_folders CONFIGURE_DEPENDS tools/tests tools/*/tests)
+file(GLOB python_test_folders CONFIGURE_DEPENDS tools/tests tools/*/tests tests/fuzz/tests)
 foreach(folder ${python_test_folders})
   file(RELATIVE_PATH subject ${CMAKE_SOURCE_DIR} ${folder})
   add_test(NAME "tools: ${subject}" COMMAND python3 -B -m unittest discover -s ${folder} WORKING_DIRECTORY ${folder})
+endforeach()
+
+# Each fuzzer for a short while, with the programs that the fuzz build has left.
+file(GLOB fuzzer_sources CONFIGURE_DEPENDS tests/fuzz/*_fuzzer.cpp)
+foreach(source ${fuzzer_sources})
+  get_filename_component(name ${source} NAME_WE)
+  string(REGEX REPLACE "_fuzzer$" "" name ${name})
+  add_test(NAME "fuzz: ${name}" COMMAND ${CMAKE_SOURCE_DIR}/tests/fuzz/run-fuzzers --no-build --only ${name} --seconds 20)
+  set_tests_properties("fuzz: ${name}" PROPERTIES TIMEOUT 300)
 endforeach()
 
 # Under Wine, alone: they wait for windows, and a busy machine would only make them slow.

@@ -1,5 +1,6 @@
 // Accounts.txt: every account loaded lies in the file, in the file's groups, is found by its own title, and comes the
 // same from the local copy.
+// Aims at: server/clsTLXAccounts.cpp server/clsAccount.cpp server/AccountTitles.cpp
 #include <algorithm>
 
 #include "common/Text.h"

@@ -1,4 +1,5 @@
 // ChargeRates.txt: the rates of the file in its order, never none, and the same again after saving them.
+// Aims at: server/clsChargeRates.cpp common/Conversion.cpp
 #include <cmath>
 
 #include "fakes/FakePlatform.h"

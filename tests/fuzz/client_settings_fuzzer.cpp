@@ -1,4 +1,5 @@
 // ClientSet.txt, read through the server's share: what is taken, what stays, and that saving loses nothing.
+// Aims at: server/clsClientSettings.cpp common/Conversion.cpp
 #include <algorithm>
 #include <array>
 #include <cmath>

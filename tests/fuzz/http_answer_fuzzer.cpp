@@ -1,4 +1,5 @@
 // Answers of a web server: which are files, that their text comes whole and alone, and that nothing is left behind.
+// Aims at: server/clsServerInterfaceHTTP.cpp server/clsInet.cpp
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeTraceLog.h"
 #include "fuzz/Fuzzing.h"

@@ -1,5 +1,6 @@
 // The job counter, over what may happen to it and to the job files meanwhile: which jobs are reported and when, none
 // twice, and how much a tick does at most.
+// Aims at: detection/clsJobDetectionFile.cpp server/clsServerInterfaceFile.cpp
 #include "detection/clsJobDetectionFile.h"
 #include "fuzz/Fuzzing.h"
 #include "unit/detection/Support.h"

@@ -1,4 +1,5 @@
 // Job notification files: which are jobs, that each is reported once with what it says, and that none is skipped.
+// Aims at: detection/clsJobInfo.cpp detection/clsJobDetectionFile.cpp detection/clsJobHistory.cpp
 #include "detection/clsJobDetectionFile.h"
 #include "fuzz/Fuzzing.h"
 #include "unit/detection/Support.h"

@@ -1,5 +1,6 @@
 // What the account dialog sends to the print server: whatever the job, the account, the comment and the charge rate
 // are, thirteen lines that a strict reader reads back to the same fields.
+// Aims at: ui/frmAccountNumber.cpp server/clsAccountNotification.cpp
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -90,7 +91,9 @@ class Dialog {
         dialog_.tmrMonitor.HandleTick();
         dialog_.ctlAccountListAll.SelectedID(accountId);
         dialog_.txtComment.Text(comment);
-        dialog_.chkInvoice.Value(invoiceable);
+        if (dialog_.chkInvoice.Enabled()) {
+            dialog_.chkInvoice.Value(invoiceable);
+        }
         dialog_.cboChargeRate.ListIndex(static_cast<int>(dialog_.cboChargeRate.Items().size()) - 1);
         dialog_.cmdOK.HandleClick();
         return !platform_.messageBoxes.shown.empty();

@@ -1,4 +1,5 @@
 // The notification record: what a file makes of it, and that writing and reading gives the same.
+// Aims at: server/clsAccountNotification.cpp
 #include <cmath>
 
 #include "common/Text.h"

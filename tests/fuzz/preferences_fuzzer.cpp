@@ -1,4 +1,5 @@
 // The preferences file: what is taken from either copy, and that saving and loading gives the same, unknown keys too.
+// Aims at: ui/clsTLXPrefs.cpp common/List.cpp
 #include "common/Text.h"
 #include "fakes/FakePlatform.h"
 #include "fuzz/Fuzzing.h"

@@ -1,4 +1,5 @@
 // Servers.txt and Printers.txt, refreshed twice: which servers and printers are watched, and whether they changed.
+// Aims at: detection/clsPrintersMonitored.cpp server/clsServerInterfaces.cpp server/clsServerInterfaceFile.cpp
 #include "common/Text.h"
 #include "fuzz/Fuzzing.h"
 #include "unit/detection/Support.h"

@@ -1,5 +1,6 @@
 // setup.txt and the registry settings that it stands behind: which line gives which value, and that a setting reads
 // the same every time once it was read.
+// Aims at: app/clsSetupTxt.cpp common/clsRegSettings.cpp common/Text.cpp
 #include "app/clsSetupTxt.h"
 #include "common/Deployment.h"
 #include "common/clsRegSettings.h"

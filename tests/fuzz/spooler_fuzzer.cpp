@@ -1,5 +1,6 @@
 // What the spooler answers: job blocks of its own layout, and answers that no spooler should give. Each job that is
 // reported says what its block says, and nothing is read that lies outside the buffer.
+// Aims at: detection/clsJobDetectionPrinter.cpp detection/clsJobInfo.cpp
 #include <algorithm>
 #include <cstring>
 
@@ -12,7 +13,7 @@ namespace korvanta {
 namespace {
 
 constexpr std::size_t blockWords = 16;
-constexpr std::uint32_t mostNeededBytes = 100'000;
+constexpr std::uint32_t mostNeededBytes = 10'000;
 const std::u16string printerName = u"\\\\srv\\laser";
 
 // Answers as the input says: how many bytes it needs, how many jobs it has, what lies in their blocks, and which of the

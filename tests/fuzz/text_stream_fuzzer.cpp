@@ -1,4 +1,5 @@
 // Text files of either encoding, read in any pieces by any calls, and written: every unit comes once and in order.
+// Aims at: common/TextStream.cpp
 #include "common/Error.h"
 #include "common/TextStream.h"
 #include "fakes/FakePlatform.h"
