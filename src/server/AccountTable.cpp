@@ -21,12 +21,11 @@ Error NoMainAccount() {
 void AccountTable::Add(const AccountFields& fields) {
     if (fields.isMain) {
         EndGroup();
-    } else if (records_.size() == listed_) {
-        throw NoMainAccount();
     }
+    const bool hasGroup = fields.isMain || records_.size() != listed_;
     Record record{};
     bool shares = false;
-    if (!fields.isMain) {
+    if (!fields.isMain && hasGroup) {
         const Record& main = records_[listed_];
         shares = fields.mainTitle == std::u16string_view(main.mainTitle, main.mainLength);
         record.mainTitle = main.mainTitle;
@@ -46,6 +45,9 @@ void AccountTable::Add(const AccountFields& fields) {
     }
     records_.push_back(record);
     Remember(fields.accountId, records_.size() - 1);
+    if (!hasGroup) {
+        throw NoMainAccount();
+    }
 }
 
 void AccountTable::EndGroup() {

@@ -17,7 +17,8 @@ namespace korvanta {
 class AccountTable {
   public:
     // A main account begins a new group, which ends the one before. Raises Error 91 "Object variable or With block
-    // variable not set" for a sub-account before the first main account.
+    // variable not set" for a sub-account before the first main account: it can be found by its id all the same, and
+    // nothing may be added after it.
     void Add(const AccountFields& fields);
     // Ends the last group; until then it is not among the groups.
     void EndGroup();

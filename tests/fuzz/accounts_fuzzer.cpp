@@ -1,12 +1,13 @@
 // Accounts.txt: every account loaded lies in the file, in the file's groups, is found by its own title, and comes the
 // same from the local copy.
-// Aims at: server/clsTLXAccounts.cpp server/clsAccount.cpp server/AccountTitles.cpp
+// Aims at: server/clsTLXAccounts.cpp server/clsAccount.cpp server/AccountTable.cpp server/AccountSearch.cpp
 #include <algorithm>
 
 #include "common/Text.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeTraceLog.h"
 #include "fuzz/Fuzzing.h"
+#include "server/AccountSearch.h"
 #include "server/clsTLXAccounts.h"
 
 namespace korvanta {
@@ -14,6 +15,8 @@ namespace {
 
 const std::u16string serverFile = u"\\\\SRV\\TLXData$\\Accounts.txt";
 const std::u16string localCopy = u"C:\\Temp\\tlxact.txt";
+
+constexpr std::size_t mostSearches = 16;
 
 struct Accounts {
     bool usable = false;
@@ -78,34 +81,84 @@ Accounts AccountsIn(const std::string& bytes) {
     return accounts;
 }
 
-void RequireTitles(const AccountTitles& titles, std::size_t index, const clsAccount& account,
-                   std::u16string_view search) {
-    REQUIRE(titles.SubTitleContains(index, Lower(account.SubTitle)));
-    REQUIRE(titles.MainTitleContains(index, Lower(account.MainTitle)));
-    REQUIRE(titles.SubTitleContains(index, search) == (Lower(account.SubTitle).find(search) != std::u16string::npos));
-    REQUIRE(titles.MainTitleContains(index, search) == (Lower(account.MainTitle).find(search) != std::u16string::npos));
+// Whether the text, which is in lower case, is in the title.
+bool IsIn(std::u16string_view text, const std::u16string& title) {
+    return Lower(title).find(text) != std::u16string::npos;
 }
 
-void RequireLoaded(const clsTLXAccounts& accounts, const Accounts& expected, const std::u16string& search) {
-    REQUIRE(accounts.AccountDict()->size() == expected.byId.size());
+// The accounts that a search is to show of a group, by their places in it.
+std::vector<std::uint32_t> Shown(const std::vector<clsAccount>& group, std::u16string_view lowerText) {
+    const auto inSubTitle = [&](const clsAccount& account) { return IsIn(lowerText, account.SubTitle); };
+    const auto inAnyTitle = [&](const clsAccount& account) {
+        return inSubTitle(account) || IsIn(lowerText, account.MainTitle);
+    };
+    std::vector<std::uint32_t> shown;
+    if (std::any_of(group.begin(), group.end(), inAnyTitle)) {
+        for (std::uint32_t place = 0; place < group.size(); ++place) {
+            if (place == 0 || inAnyTitle(group[0]) || inSubTitle(group[place])) {
+                shown.push_back(place);
+            }
+        }
+    }
+    return shown;
+}
+
+// The groups are asked for in their order, or backwards.
+void RequireFound(const std::shared_ptr<const AccountTable>& table, const Accounts& expected,
+                  const std::u16string& text, bool backwards) {
+    AccountSearch search(table, text);
+    const std::size_t groups = expected.groups.size();
+    for (std::size_t i = 0; i < groups; ++i) {
+        const std::size_t group = backwards ? groups - 1 - i : i;
+        std::vector<std::uint32_t> shown = search.Shown(group);
+        for (std::uint32_t& account : shown) {
+            account -= static_cast<std::uint32_t>(table->GroupStart(group));
+        }
+        REQUIRE(shown == Shown(expected.groups[group], Lower(text)));
+    }
+}
+
+// Every account is found by each of its own titles, and by any part of them that the input names.
+void RequireSearchable(const clsTLXAccounts& accounts, const Accounts& expected, const std::u16string& text) {
+    RequireFound(accounts.Table(), expected, text, false);
+    RequireFound(accounts.Table(), expected, text, true);
+    std::size_t searches = 0;
+    for (const auto& group : expected.groups) {
+        for (const clsAccount& account : group) {
+            if (++searches < mostSearches) {
+                RequireFound(accounts.Table(), expected, account.SubTitle, false);
+                RequireFound(accounts.Table(), expected, Upper(account.MainTitle), false);
+            }
+        }
+    }
+}
+
+void RequireLoaded(const clsTLXAccounts& accounts, const Accounts& expected) {
+    const AccountDictionary dictionary = accounts.AccountDict();
+    REQUIRE(dictionary.Count() == expected.byId.size());
     for (const auto& [id, account] : expected.byId) {
-        REQUIRE(Same(*accounts.AccountDict()->at(id), account));
+        REQUIRE(Same(*dictionary.Find(id), account));
+        REQUIRE((dictionary.Find(id ^ 1) != nullptr) == expected.byId.contains(id ^ 1));
         clsAccount copy;
         copy.StringForm(account.StringForm());
         REQUIRE(Same(copy, account));
     }
     const std::vector<Variant> groups = accounts.AccountList()->Items();
-    REQUIRE(groups.size() == expected.groups.size());
+    const AccountTable& table = *accounts.Table();
+    REQUIRE(groups.size() == expected.groups.size() && table.GroupCount() == groups.size());
     std::size_t index = 0;
+    clsAccount account;
     for (std::size_t i = 0; i < groups.size(); ++i) {
         const std::vector<Variant> group = groups[i].As<List>()->Items();
         REQUIRE(group.size() == expected.groups[i].size());
+        REQUIRE(table.GroupStart(i) == index);
         for (std::size_t k = 0; k < group.size(); ++k) {
             REQUIRE(Same(*group[k].As<clsAccount>(), expected.groups[i][k]));
-            RequireTitles(*accounts.Titles(), index++, expected.groups[i][k], search);
+            table.Read(index++, account);
+            REQUIRE(Same(account, expected.groups[i][k]));
         }
     }
-    REQUIRE(accounts.Titles()->Count() == index);
+    REQUIRE(table.GroupStart(groups.size()) == index);
 }
 
 void Load(const std::string& server, const std::string& local, const std::u16string& search, std::size_t readSize) {
@@ -120,18 +173,19 @@ void Load(const std::string& server, const std::string& local, const std::u16str
     const Accounts expected = fromServer.usable ? fromServer : AccountsIn(local);
     REQUIRE(accounts.LoadAccounts() == expected.usable);
     REQUIRE(accounts.AccountsFileChanged());
-    RequireLoaded(accounts, expected, search);
+    RequireLoaded(accounts, expected);
+    RequireSearchable(accounts, expected, search);
     REQUIRE(platform.files.ReadBytes(localCopy) == (fromServer.usable ? server : local));
 
     // A file that was loaded is not loaded again; one that was not, is.
-    const auto list = accounts.AccountList();
+    const auto table = accounts.Table();
     REQUIRE(accounts.LoadAccounts() == expected.usable);
     REQUIRE(accounts.AccountsFileChanged() != fromServer.usable);
-    REQUIRE((accounts.AccountList() == list) == fromServer.usable);
+    REQUIRE((accounts.Table() == table) == fromServer.usable);
 
     platform.files.Down(u"SRV");
     REQUIRE(accounts.LoadAccounts() == expected.usable);
-    RequireLoaded(accounts, expected, search);
+    RequireLoaded(accounts, expected);
     REQUIRE(platform.files.OpenFiles() == 0);
 }
 
@@ -142,7 +196,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     korvanta::fuzz::Input input(data, size);
     const std::string server = korvanta::fuzz::Utf16File(input);
     const std::string local = korvanta::fuzz::Utf16File(input);
-    const std::u16string search = korvanta::Lower(input.Text());
+    const std::u16string search = input.Text();
     korvanta::Load(server, local, search, korvanta::fuzz::ReadSize(input));
     return 0;
 }

@@ -63,7 +63,8 @@ TEST(AccountTableTest, ASubAccountNeedsAMainAccountBeforeIt) {
     } catch (const Error& error) {
         EXPECT_EQ(error.Number(), 91);
     }
-    EXPECT_EQ(table.Count(), 0U);
+    EXPECT_EQ(table.Find(1), 0U);
+    EXPECT_EQ(table.GroupCount(), 0U);
 }
 
 TEST(AccountTableTest, AnIdFindsItsLastAccount) {

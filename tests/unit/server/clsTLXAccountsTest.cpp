@@ -205,6 +205,14 @@ TEST_F(TLXAccounts, AFirstLineThatIsASubAccountLoadsNothing) {
     EXPECT_TRUE(log.Has(u"LoadAccountsFile Error: 91 - Object variable or With block variable not set"));
 }
 
+TEST_F(TLXAccounts, AFirstLineThatIsASubAccountStaysKnownAsWhatWasReadBeforeTheFailure) {
+    files.WriteUtf16(localCopy, Line(3, false, u"A", u"A1") + Line(1, true, u"A"));
+    EXPECT_FALSE(accounts.LoadAccounts());
+    EXPECT_EQ(Groups(), u"");
+    EXPECT_EQ(Known(), 1U);
+    EXPECT_EQ(accounts.AccountDict().Find(3)->SubTitle, u"A1");
+}
+
 TEST_F(TLXAccounts, AFirstLineThatIsASubAccountHasTheLocalCopyLoaded) {
     files.WriteUtf16(serverFile, Line(3, false, u"A", u"A1") + Line(1, true, u"A"));
     files.WriteUtf16(localCopy, twoMainAccounts);
