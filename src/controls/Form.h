@@ -60,6 +60,8 @@ class Form : public Container {
     void HandleMouseMove(int button, double x, double y) { OnMouseMove(button, x, y); }
     // The taskbar was made again, and with it the notification area.
     void HandleTaskbarCreated() { OnTaskbarCreated(); }
+    // Monitors have come or gone, changed their resolution, or been given other taskbars.
+    void HandleDisplayChanged() { OnDisplayChanged(); }
 
   protected:
     // Captions become what they will be, and the form may choose its size by them: there is no window yet.
@@ -73,6 +75,7 @@ class Form : public Container {
     // `x` and `y` in twips; `button` 0 none, 1 left, 2 right.
     virtual void OnMouseMove(int /*button*/, double /*x*/, double /*y*/) {}
     virtual void OnTaskbarCreated() {}
+    virtual void OnDisplayChanged() {}
 
     void Border(BorderStyle border) { border_ = border; }
     void GuardsKeys(bool guards) { guardsKeys_ = guards; }

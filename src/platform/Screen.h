@@ -21,6 +21,8 @@ class Screen {
     virtual Place WholeScreen() = 0;
     // The part of the monitor with the mouse pointer that taskbars leave free.
     virtual Place WorkArea() = 0;
+    // The same of the monitor that has the most of the place, or is nearest to it.
+    virtual Place WorkAreaAt(const Place& place) = 0;
     // 15 at 96 DPI, 7.5 at 192.
     virtual double TwipsPerPixel() = 0;
 };

@@ -176,31 +176,43 @@ void frmAccountNumber::FillChargeRates() {
     }
 }
 
-// In the middle of the screen at the first time, where the user leaves it from then on.
+// The first time in the middle of the screen with the mouse pointer; from then on where the user leaves it, unless that
+// can no longer be seen.
 void frmAccountNumber::PlaceOnScreen() {
+    Place place = Position();
     if (placed_) {
+        MoveInside(services_.platform.screen.WorkAreaAt(place), place);
         return;
     }
     placed_ = true;
     const Place area = services_.platform.screen.WorkArea();
-    Place place = Position();
-    place.width = std::min(std::max(place.width, MinimumWidth()), area.width);
-    place.height = std::min(std::max(place.height, MinimumHeight()), area.height);
+    place.width = std::max(place.width, MinimumWidth());
+    place.height = std::max(place.height, MinimumHeight());
     place.left = area.left + (area.width - place.width) / 2;
     place.top = area.top + (area.height - place.height) / 2;
-    Move(place);
+    MoveInside(area, place);
 }
 
 // Captions may have become longer than the window has room for.
 void frmAccountNumber::GrowToFit() {
-    const Place area = services_.platform.screen.WorkArea();
     Place place = Position();
-    place.width = std::max(place.width, std::min(MinimumWidth(), area.width));
-    place.height = std::max(place.height, std::min(MinimumHeight(), area.height));
-    place.left = std::max(std::min(place.left, area.Right() - place.width), area.left);
-    place.top = std::max(std::min(place.top, area.Bottom() - place.height), area.top);
-    if (place.width != Position().width || place.height != Position().height) {
-        Move(place);
+    const Place area = services_.platform.screen.WorkAreaAt(place);
+    place.width = std::max(place.width, MinimumWidth());
+    place.height = std::max(place.height, MinimumHeight());
+    MoveInside(area, place);
+}
+
+void frmAccountNumber::MoveInside(const Place& area, Place place) {
+    place.width = std::min(place.width, area.width);
+    place.height = std::min(place.height, area.height);
+    place.left = std::clamp(place.left, area.left, area.Right() - place.width);
+    place.top = std::clamp(place.top, area.top, area.Bottom() - place.height);
+    Move(place);
+}
+
+void frmAccountNumber::OnDisplayChanged() {
+    if (Shown()) {
+        PlaceOnScreen();
     }
 }
 

@@ -52,6 +52,7 @@ class frmAccountNumber : public AccountNumberForm {
   protected:
     void OnTranslate() override;
     void OnLoad() override;
+    void OnDisplayChanged() override;
     // The dialog leaves with OK or Cancel alone; its close box does nothing.
     bool OnQueryUnload(CloseReason reason) override { return reason == CloseReason::WindowsSession; }
 
@@ -76,6 +77,7 @@ class frmAccountNumber : public AccountNumberForm {
     void FillChargeRates();
     void PlaceOnScreen();
     void GrowToFit();
+    void MoveInside(const Place& area, Place place);
     void RejectForMissingAccounts();
     void AccountSelected(std::int32_t accountId);
     void OK();

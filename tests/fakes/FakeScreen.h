@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/Screen.h"
 
 namespace korvanta::fakes {
@@ -9,10 +11,13 @@ class FakeScreen : public Screen {
   public:
     Place wholeScreen{0, 0, 15360, 11520};
     Place workArea{0, 0, 15360, 11070};
+    // What WorkAreaAt answers; `workArea` while there is none.
+    std::optional<Place> workAreaAt;
     double twipsPerPixel = 15.0;
 
     Place WholeScreen() override { return wholeScreen; }
     Place WorkArea() override { return workArea; }
+    Place WorkAreaAt(const Place&) override { return workAreaAt.value_or(workArea); }
     double TwipsPerPixel() override { return twipsPerPixel; }
 };
 

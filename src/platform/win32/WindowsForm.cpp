@@ -11,6 +11,7 @@
 #include "platform/win32/Resources.h"
 #include "platform/win32/TextCalls.h"
 #include "platform/win32/WindowsMessageLoop.h"
+#include "platform/win32/WindowsScreen.h"
 
 namespace korvanta {
 
@@ -237,21 +238,28 @@ void WindowsForm::ReportPlace() {
     RECT client{};
     ::GetWindowRect(handle, &window);
     ::GetClientRect(handle, &client);
+    if (::IsZoomed(handle)) {
+        // The frame of a maximized window lies outside of what is seen.
+        const RECT area = MonitorWorkArea(window);
+        ::IntersectRect(&window, &window, &area);
+    }
     const Fonts& fonts = windows_->program->fonts;
     form_.HandlePlace({fonts.Twips(window.left), fonts.Twips(window.top), fonts.Twips(window.right - window.left),
                        fonts.Twips(window.bottom - window.top)},
                       fonts.Twips(client.right), fonts.Twips(client.bottom));
 }
 
-void WindowsForm::ShowPlace() const {
+void WindowsForm::ShowPlace() {
     const HWND handle = windows_->window;
     const Fonts& fonts = windows_->program->fonts;
     const Place& place = form_.Position();
     if (::IsIconic(handle) || ::IsZoomed(handle)) {
         ::ShowWindow(handle, ::IsWindowVisible(handle) ? SW_RESTORE : SW_HIDE);
     }
+    placing_ = true;
     ::SetWindowPos(handle, nullptr, fonts.Pixels(place.left), fonts.Pixels(place.top), fonts.Pixels(place.width),
                    fonts.Pixels(place.height), SWP_NOZORDER | SWP_NOACTIVATE);
+    placing_ = false;
 }
 
 // Windows asks for the pointer only when the mouse moves.

@@ -59,7 +59,8 @@ class WindowsForm : public FormPeer, public HostWindow {
 
     void CreateFormWindow();
     void ReportPlace();
-    void ShowPlace() const;
+    void ShowPlace();
+    void LimitSize(MINMAXINFO& limits) const;
     void ShowPointer() const;
     void Command(int identifier, int code);
     void ChooseEntry(int position);
@@ -81,6 +82,7 @@ class WindowsForm : public FormPeer, public HostWindow {
     bool menuIsUp_ = false;
     int chosenEntry_ = -1;  // while the menu is up: by a command from outside
     bool wasShown_ = false;
+    bool placing_ = false;  // the form's own wish for a place is under way
 };
 
 }  // namespace korvanta

@@ -9,6 +9,7 @@
 #include "platform/win32/FormSupport.h"
 #include "platform/win32/TextCalls.h"
 #include "platform/win32/WindowsForm.h"
+#include "platform/win32/WindowsScreen.h"
 #include "platform/win32/WindowsTabStrip.h"
 
 namespace korvanta {
@@ -47,12 +48,9 @@ LRESULT WindowsForm::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
 bool WindowsForm::HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     const Fonts& fonts = windows_->program->fonts;
     switch (message) {
-        case WM_GETMINMAXINFO: {
-            auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
-            limits.ptMinTrackSize.x = std::max<LONG>(limits.ptMinTrackSize.x, fonts.Pixels(form_.MinimumWidth()));
-            limits.ptMinTrackSize.y = std::max<LONG>(limits.ptMinTrackSize.y, fonts.Pixels(form_.MinimumHeight()));
+        case WM_GETMINMAXINFO:
+            LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
             return true;
-        }
         case WM_WINDOWPOSCHANGED:
             ReportPlace();
             return true;
@@ -79,6 +77,20 @@ bool WindowsForm::HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESU
             }
             return false;
     }
+}
+
+void WindowsForm::LimitSize(MINMAXINFO& limits) const {
+    if (placing_) {
+        return;  // the form knows itself how small it has to be
+    }
+    RECT window{};
+    ::GetWindowRect(windows_->window, &window);
+    const RECT area = MonitorWorkArea(window);
+    const Fonts& fonts = windows_->program->fonts;
+    const LONG width = std::min<LONG>(fonts.Pixels(form_.MinimumWidth()), area.right - area.left);
+    const LONG height = std::min<LONG>(fonts.Pixels(form_.MinimumHeight()), area.bottom - area.top);
+    limits.ptMinTrackSize.x = std::max(limits.ptMinTrackSize.x, width);
+    limits.ptMinTrackSize.y = std::max(limits.ptMinTrackSize.y, height);
 }
 
 bool WindowsForm::HandleEnding(UINT message, WPARAM wParam, LRESULT& result) {
@@ -213,6 +225,12 @@ bool WindowsForm::HandleLooks(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
         case WM_SETTINGCHANGE:
             TellDescendants(windows_->window, message, wParam, lParam);
             Repaint();
+            if (message == WM_SETTINGCHANGE && wParam == SPI_SETWORKAREA) {
+                form_.HandleDisplayChanged();
+            }
+            return false;
+        case WM_DISPLAYCHANGE:
+            form_.HandleDisplayChanged();
             return false;
         case WM_THEMECHANGED:
             Repaint();

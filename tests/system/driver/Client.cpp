@@ -1,5 +1,7 @@
 #include "driver/Client.h"
 
+#include <shellapi.h>
+
 #include <algorithm>
 #include <cstring>
 #include <cwctype>
@@ -209,6 +211,14 @@ bool RunningClient::Answers() const {
 
 void RunningClient::DoubleClickIcon() const {
     Form(L"frmMain").Post(iconMessage, iconIdentifier, WM_LBUTTONDBLCLK);
+}
+
+bool RunningClient::RemoveIcon() const {
+    NOTIFYICONDATAW icon{};
+    icon.cbSize = sizeof icon;
+    icon.hWnd = Form(L"frmMain").Handle();
+    icon.uID = iconIdentifier;
+    return Shell_NotifyIconW(NIM_DELETE, &icon) != 0;
 }
 
 void RunningClient::ChooseMenuEntry(int position) const {

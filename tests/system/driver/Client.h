@@ -46,6 +46,8 @@ class RunningClient {
 
     // What the notification area sends for a double click on the icon.
     void DoubleClickIcon() const;
+    // Takes the icon away, as it goes with a taskbar that ends.
+    bool RemoveIcon() const;
     // Chooses an entry of the popup menu, counted from 0.
     void ChooseMenuEntry(int position) const;
     // What Windows sends every window when the session ends. False when a window objected.

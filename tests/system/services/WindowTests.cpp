@@ -417,6 +417,8 @@ TEST(ScreenTests, TheWorkAreaIsPartOfTheScreen) {
     EXPECT_GT(work.height, 0);
     EXPECT_LE(work.Right(), whole.Right());
     EXPECT_LE(work.Bottom(), whole.Bottom());
+    EXPECT_EQ(screen.WorkAreaAt({0, 0, 3000, 3000}), work);
+    EXPECT_EQ(screen.WorkAreaAt({1'000'000, -1'000'000, 3000, 3000}), work) << "the nearest monitor, here the only one";
 }
 
 TEST(TextMeasureTests, AnAccessKeysMarkTakesNoRoom) {

@@ -112,6 +112,53 @@ TEST_F(AccountDialogLayoutTest, ALargerWindowThanTheScreenIsMadeToFit) {
     EXPECT_EQ(Dialog().Position(), platform.screen.workArea);
 }
 
+TEST_F(AccountDialogLayoutTest, IsGoodOnTheSmallestScreenThatWindows98Has) {
+    // 640 by 480 pixels, of which the taskbar has 28.
+    platform.screen.workArea = {0, 0, 9600, 6780};
+    BeAWindow();
+    Offer(1, std::u16string(260, u'W'));
+    EXPECT_EQ(Dialog().Position().height, 6780);
+    EXPECT_THAT(Problems(), IsEmpty());
+    EXPECT_GE(Dialog().ctlAccountListAll.Position().height, 1200);
+}
+
+TEST_F(AccountDialogLayoutTest, TheWindowComesUpBesideATaskbarAtTheLeftOrTheTop) {
+    platform.screen.workArea = {930, 450, 14430, 11070};
+    BeAWindow();
+    Offer(1);
+    const Place place = Dialog().Position();
+    EXPECT_EQ(place.left - 930, 930 + 14430 - place.Right());
+    EXPECT_EQ(place.top - 450, 450 + 11070 - place.Bottom());
+}
+
+TEST_F(AccountDialogLayoutTest, TheWindowThatWasLeftOnAMonitorThatIsGoneComesUpInsideTheNearestOne) {
+    BeAWindow();
+    Offer(1);
+    PressCancel();
+    Place own = Dialog().Position();
+    own.left = 20'000;
+    own.top = -6'000;
+    Dialog().HandlePlace(own, Dialog().ClientWidth(), Dialog().ClientHeight());
+    platform.screen.workAreaAt = Place{0, 450, 15360, 11070};
+    Offer(2);
+    EXPECT_EQ(Dialog().Position(), (Place{15'360 - own.width, 450, own.width, own.height}));
+}
+
+TEST_F(AccountDialogLayoutTest, TheWindowMovesInsideWhenTheScreenBecomesSmallerUnderIt) {
+    BeAWindow();
+    Offer(1);
+    platform.screen.workAreaAt = Place{0, 0, 9600, 6780};
+    Dialog().HandleDisplayChanged();
+    EXPECT_LE(Dialog().Position().Right(), 9600);
+    EXPECT_EQ(Dialog().Position().height, 6780);
+    EXPECT_GE(Dialog().Position().left, 0);
+    PressCancel();
+    const Place hidden{12'000, 0, 9000, 6780};
+    Dialog().HandlePlace(hidden, 8700, 6180);
+    Dialog().HandleDisplayChanged();
+    EXPECT_EQ(Dialog().Position(), hidden) << "hidden, it has time until it is shown";
+}
+
 TEST_F(AccountDialogLayoutTest, TheWindowStaysWhereTheUserPutItAndGrowsWhenCaptionsDo) {
     BeAWindow();
     Offer(1);
