@@ -41,14 +41,16 @@ class Organisation:
         Jobs, notifications and preferences that are there stay. `settings`, `accounts` and `rates` are lines; they may
         be any iterable.
         """
+        settings = list(settings)
         servers = list(dict.fromkeys([primary, *(server for server, _ in printers)]))
         for server in servers:
             for share in (os.path.join(DATA_SHARE, JOBS_FOLDER), NOTIFICATION_SHARE, PREFERENCES_SHARE):
                 os.makedirs(os.path.join(self._folder, server, share), exist_ok=True)
             write_lines(self._data_file(server, "Printers.txt"), (printer for owner, printer in printers if owner == server))
+            # The primary server's is the one that is read; with HTTP monitoring a server is healthy that has one.
+            write_lines(self._data_file(server, "ClientSet.txt"), settings)
         # Clients put the primary server first by themselves, and would list it twice if it were named here.
         write_lines(self._data_file(primary, "Servers.txt"), (server for server in servers if server != primary))
-        write_lines(self._data_file(primary, "ClientSet.txt"), settings)
         write_lines(self._data_file(primary, "Accounts.txt"), accounts)
         write_lines(self._data_file(primary, "ChargeRates.txt"), rates)
 
