@@ -23,4 +23,5 @@ foreach(room controls common server detection ui app)
   endif()
 endforeach()
 
+include(cmake/torture.cmake)
 include(cmake/checks.cmake)

@@ -89,9 +89,9 @@ bool basKorvanta::StartUp() {
     printersMonitored_->RefreshPrinterLists();
     marker_ = u"Main:11";
     MakeForms();
-    mainForm_->Load(peers_);
+    LoadForm(*mainForm_);
     marker_ = u"Main:12";
-    accountDialog_->Load(peers_);
+    LoadForm(*accountDialog_);
     marker_ = u"Main:13";
     messages_.Load(nullptr);
     marker_ = u"Main:14";
@@ -242,6 +242,14 @@ void basKorvanta::MakeForms() {
             messages_.Unload(CloseReason::Code);
             platform_.messageLoop.Quit();
         }});
+}
+
+// Without its window a form would never tell of a job, and nobody would know.
+void basKorvanta::LoadForm(Form& form) {
+    form.Load(peers_);
+    if (peers_ != nullptr && form.Window() == 0) {
+        throw Error(errorNumber::outOfMemory, form.Name(), u"Out of memory");
+    }
 }
 
 void basKorvanta::ShowUnexpectedError(const Error& error) {

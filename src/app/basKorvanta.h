@@ -64,6 +64,7 @@ class basKorvanta {
     std::int32_t EffectiveDetectionMethod();
     std::shared_ptr<IJobDetectionObject> MakeDetector(std::int32_t method);
     void MakeForms();
+    void LoadForm(Form& form);
     void ShowUnexpectedError(const Error& error);
     // The user's name as the files of the user carry it.
     std::u16string FileUserName();

@@ -38,7 +38,8 @@ clsTLXPrefs::clsTLXPrefs(FileSystem& files, MutexFactory& mutexes, const std::u1
       mutexes_(mutexes),
       localPath_(files.TemporaryFolder() + u"\\tlxpref.txt"),
       serverPath_(u"\\\\" + primaryServerName + u"\\TLXPrefs$\\" + userName + u".txt") {
-    if (!LoadPrefs(serverPath_) && !LoadPrefs(localPath_)) {
+    settled_ = LoadPrefs(serverPath_) || LoadPrefs(localPath_);
+    if (!settled_) {
         keys_.clear();
         history_ = std::make_shared<List>(mutexes_);
         preferred_ = std::make_shared<List>(mutexes_);
@@ -74,9 +75,57 @@ void clsTLXPrefs::LastSearchRemember(bool remember) {
 }
 
 bool clsTLXPrefs::Save() {
+    if (!settled_) {
+        TakeOverStored();
+    }
     const bool server = StorePrefs(serverPath_);
-    const bool local = StorePrefs(localPath_);
+    const bool local = ReplaceLocalCopy();
+    settled_ = settled_ || server;
+    localCopyIsOwn_ = localCopyIsOwn_ || local;
     return server && local;
+}
+
+// While the server's copy is in doubt the local one may be the last that there is.
+bool clsTLXPrefs::ReplaceLocalCopy() {
+    const std::u16string fresh = localPath_ + u".new";
+    const bool replaced = StorePrefs(fresh) && files_.Copy(fresh, localPath_) == windowsError::none;
+    static_cast<void>(files_.Delete(fresh));
+    return replaced;
+}
+
+// A server that was down when the program started would otherwise lose what the user had chosen on other machines.
+void clsTLXPrefs::TakeOverStored() {
+    settled_ = TakeOver(serverPath_) || (!localCopyIsOwn_ && TakeOver(localPath_));
+}
+
+// What was stored comes first in the lists; of the other values those count that were set here. The lists stay the
+// objects that they are.
+bool clsTLXPrefs::TakeOver(const std::u16string& path) {
+    clsTLXPrefs stored(*this);
+    if (!stored.LoadPrefs(path)) {
+        return false;
+    }
+    const std::vector<Variant> preferred = preferred_->Items();
+    const std::vector<Variant> history = history_->Items();
+    for (List* list : {preferred_.get(), history_.get()}) {
+        while (list->Length() != 0) {
+            list->Pop();
+        }
+    }
+    preferred_->Extend(*stored.preferred_);
+    history_->Extend(*stored.history_);
+    for (const Variant& id : preferred) {
+        AddPreferred(id.Integer());
+    }
+    for (const Variant& id : history) {
+        SetLastSelectedAccount(id.Integer());
+    }
+    for (const auto& [key, value] : stored.keys_) {
+        if (Find(key) == nullptr) {
+            Set(key, value);
+        }
+    }
+    return true;
 }
 
 std::int32_t clsTLXPrefs::GetLastSelectedAccount() const {
@@ -127,8 +176,10 @@ bool clsTLXPrefs::ReadPrefsFile(const std::u16string& path) {
 }
 
 bool clsTLXPrefs::WritePrefsFile(const std::u16string& path) {
+    bool opened = false;
     try {
         TextOutput file = TextOutput::OpenUtf16(files_, path);
+        opened = true;
         for (const auto& [key, value] : keys_) {
             file.Write(key);
             file.Write(std::u16string_view(&fieldSeparator, 1));
@@ -137,6 +188,10 @@ bool clsTLXPrefs::WritePrefsFile(const std::u16string& path) {
         file.Close();
         return true;
     } catch (const std::exception&) {
+        if (opened) {
+            // Half a file would be read as if it were a whole one; without it the other copy is read.
+            static_cast<void>(files_.Delete(path));
+        }
         return false;
     }
 }

@@ -33,7 +33,9 @@ class clsTLXPrefs {
     bool LastSearchRemember() const;
     void LastSearchRemember(bool remember);
 
-    // Writes the server copy, then the local copy; false when either write failed.
+    // Writes the server copy, then the local copy; false when either write failed. The local copy is replaced once the
+    // new one is complete, so that the preferences outlive a save during which nothing can be written. When neither
+    // copy could be read so far, but one can be now, what it holds is taken over first.
     bool Save();
 
     // -1 when there is no history.
@@ -47,6 +49,9 @@ class clsTLXPrefs {
     bool WritePrefsFile(const std::u16string& path);
     bool LoadPrefs(const std::u16string& path);
     bool StorePrefs(const std::u16string& path);
+    bool ReplaceLocalCopy();
+    void TakeOverStored();
+    bool TakeOver(const std::u16string& path);
     // None when the key is absent.
     const std::u16string* Find(const std::u16string& key) const;
     std::u16string ValueOf(const std::u16string& key, const std::u16string& absent) const;
@@ -60,6 +65,9 @@ class clsTLXPrefs {
     std::vector<std::pair<std::u16string, std::u16string>> keys_;
     std::shared_ptr<List> history_;
     std::shared_ptr<List> preferred_;
+    // Whether what is stored is known here: it was read, or it comes from here.
+    bool settled_ = false;
+    bool localCopyIsOwn_ = false;
 };
 
 }  // namespace korvanta

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fakes/FaultPlan.h"
 #include "platform/Clock.h"
 
 namespace korvanta::fakes {
@@ -21,7 +22,15 @@ class FakeClock : public Clock {
     DateTime now;
     std::u16string decimalSeparator = u".";
 
-    DateTime Now() override { return now; }
+    FaultPlan faults;  // "Now": somebody sets the clock by `jump` before it is read
+    std::int64_t jumpMilliseconds = 0;
+
+    DateTime Now() override {
+        if (faults.Check("Now") != 0) {
+            AdvanceMilliseconds(jumpMilliseconds);
+        }
+        return now;
+    }
     CalendarTime Calendar(DateTime time) override;
     // "2026-11-20"
     std::u16string ShortDate(DateTime time) override;

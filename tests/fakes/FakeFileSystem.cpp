@@ -31,12 +31,16 @@ class FakeFileSystem::Reader : public InputFile {
         if (files_.onRead) {
             files_.onRead(entry_->path);
         }
-        if (const std::uint32_t fault = files_.faults.Check("Read")) {
+        const std::uint32_t fault = files_.faults.Check("Read", entry_->path);
+        if (fault != 0 && fault != FaultPlan::halfDone) {
             return fault;
         }
         const std::uint64_t length = entry_->Length();
         const std::uint64_t left = length > position_ ? length - position_ : 0;
         got = static_cast<std::size_t>(std::min<std::uint64_t>({left, size, files_.largestRead}));
+        if (fault == FaultPlan::halfDone) {
+            got = (got + 1) / 2;
+        }
         if (entry_->generator) {
             entry_->generator(position_, static_cast<char*>(buffer), got);
         } else if (got != 0) {
@@ -66,7 +70,12 @@ class FakeFileSystem::Writer : public OutputFile {
         if (files_.onWrite) {
             files_.onWrite(entry_->path);
         }
-        if (const std::uint32_t fault = files_.faults.Check("Write")) {
+        const std::uint32_t fault = files_.faults.Check("Write", entry_->path);
+        if (fault == FaultPlan::halfDone) {
+            Put(bytes, size / 2);
+            return windowsError::diskFull;
+        }
+        if (fault != 0) {
             return fault;
         }
         if (size > files_.freeBytes) {
@@ -75,19 +84,12 @@ class FakeFileSystem::Writer : public OutputFile {
         if (files_.freeBytes != endless) {
             files_.freeBytes -= size;
         }
-        std::string& content = entry_->bytes;
-        const std::size_t at = append_ ? content.size() : position_;
-        content.resize(std::max(content.size(), at + size));
-        if (size != 0) {
-            std::memcpy(content.data() + at, bytes, size);
-        }
-        position_ = at + size;
-        entry_->modified = files_.ClockTime();
+        Put(bytes, size);
         return windowsError::none;
     }
 
     std::uint32_t Length(std::uint64_t& length) override {
-        if (const std::uint32_t fault = files_.faults.Check("Length")) {
+        if (const std::uint32_t fault = files_.faults.Check("Length", entry_->path)) {
             return fault;
         }
         length = entry_->bytes.size();
@@ -99,10 +101,20 @@ class FakeFileSystem::Writer : public OutputFile {
             return windowsError::none;
         }
         End();
-        return files_.faults.Check("Close");
+        return files_.faults.Check("Close", entry_->path);
     }
 
   private:
+    void Put(const void* bytes, std::size_t size) {
+        std::string& content = entry_->bytes;
+        const std::size_t at = append_ ? content.size() : position_;
+        content.resize(std::max(content.size(), at + size));
+        if (size != 0) {
+            std::memcpy(content.data() + at, bytes, size);
+        }
+        position_ = at + size;
+        entry_->modified = files_.ClockTime();
+    }
     void End() {
         if (isOpen_) {
             isOpen_ = false;
@@ -149,9 +161,13 @@ std::uint32_t FakeFileSystem::Begin(std::string_view call, const std::u16string&
     if (onCall) {
         onCall(FromAscii(call), path);
     }
-    if (const std::uint32_t fault = faults.Check(call)) {
+    if (const std::uint32_t fault = faults.Check(call, path)) {
         return fault;
     }
+    return PathFault(path);
+}
+
+std::uint32_t FakeFileSystem::PathFault(const std::u16string& path) const {
     const auto failing = failingPaths_.find(Key(path));
     return failing == failingPaths_.end() ? windowsError::none : failing->second;
 }
@@ -366,10 +382,14 @@ std::uint32_t FakeFileSystem::LastModified(const std::u16string& path, std::uint
 }
 
 std::uint32_t FakeFileSystem::Copy(const std::u16string& from, const std::u16string& to) {
-    if (const std::uint32_t fault = Begin("Copy", from)) {
+    const std::uint32_t fault = Begin("Copy", from);
+    if (fault != 0 && fault != FaultPlan::halfDone) {
         return fault;
     }
     log.back() += u" " + to;
+    if (const std::uint32_t pathFault = PathFault(to)) {
+        return pathFault;
+    }
     for (const std::u16string& path : {from, to}) {
         if (const std::uint32_t error = FolderError(ParentOf(Key(path)))) {
             return error;
@@ -394,6 +414,10 @@ std::uint32_t FakeFileSystem::Copy(const std::u16string& from, const std::u16str
     target->generator = source->generator;
     target->generatedLength = source->generatedLength;
     target->modified = source->modified;
+    if (fault == FaultPlan::halfDone) {
+        target->bytes.resize(target->bytes.size() / 2);
+        return windowsError::diskFull;
+    }
     return windowsError::none;
 }
 
@@ -409,7 +433,14 @@ std::uint32_t FakeFileSystem::Delete(const std::u16string& path) {
     return windowsError::none;
 }
 
+std::u16string FakeFileSystem::TemporaryFolder() {
+    return faults.Check("TemporaryFolder") != 0 ? std::u16string() : temporaryFolder;
+}
+
 std::u16string FakeFileSystem::TemporaryName() {
+    if (faults.Check("TemporaryName") != 0) {
+        return {};
+    }
     return u"rad" + PaddedNumberText(++temporaryNames_, 5) + u".tmp";
 }
 

@@ -21,7 +21,7 @@ namespace korvanta::fakes {
 // Of its own accord: a server that no folder was added for, and one that is down, give 53; a missing share 67; a
 // missing folder 3; a missing file 2; opening a folder or writing a read-only file 5; a second writer 32.
 // Faults go by the names of the functions of FileSystem, InputFile and OutputFile; FileExists and FolderExists answer
-// false when they fail.
+// false when they fail, TemporaryFolder and TemporaryName give nothing.
 class FakeFileSystem : public FileSystem {
   public:
     // Makes bytes from `offset` on; as many as were asked for.
@@ -84,7 +84,7 @@ class FakeFileSystem : public FileSystem {
     std::uint32_t LastModified(const std::u16string& path, std::uint64_t& time) override;
     std::uint32_t Copy(const std::u16string& from, const std::u16string& to) override;
     std::uint32_t Delete(const std::u16string& path) override;
-    std::u16string TemporaryFolder() override { return temporaryFolder; }
+    std::u16string TemporaryFolder() override;
     std::u16string TemporaryName() override;
 
   private:
@@ -99,6 +99,8 @@ class FakeFileSystem : public FileSystem {
     static std::u16string Key(const std::u16string& path);
     static std::u16string ParentOf(const std::u16string& key);
     std::uint32_t Begin(std::string_view call, const std::u16string& path);
+    // What FailPath has set.
+    std::uint32_t PathFault(const std::u16string& path) const;
     // Begin for a call about a file that must be there.
     std::uint32_t BeginWithFile(std::string_view call, const std::u16string& path, EntryReference& entry);
     // Why the folder of that key cannot be reached, or 0.

@@ -20,11 +20,15 @@ class FakeInternet::File : public InternetFile {
         if (internet_.onRead) {
             internet_.onRead(url_);
         }
-        if (const std::uint32_t fault = internet_.faults.Check("Read")) {
+        const std::uint32_t fault = internet_.faults.Check("Read", url_);
+        if (fault != 0 && fault != FaultPlan::halfDone) {
             return fault;
         }
         got =
             static_cast<std::size_t>(std::min<std::uint64_t>({page_.length - position_, size, internet_.largestRead}));
+        if (fault == FaultPlan::halfDone) {
+            got = (got + 1) / 2;
+        }
         if (page_.generator) {
             page_.generator(position_, static_cast<char*>(buffer), got);
         } else if (got != 0) {
@@ -61,7 +65,7 @@ void FakeInternet::PutGenerated(const std::u16string& url, std::uint64_t length,
 std::uint32_t FakeInternet::OpenUrl(const std::u16string& agent, const std::u16string& url,
                                     std::unique_ptr<InternetFile>& file) {
     requests.push_back({agent, url});
-    if (const std::uint32_t fault = faults.Check("OpenUrl")) {
+    if (const std::uint32_t fault = faults.Check("OpenUrl", url)) {
         return fault;
     }
     const std::size_t hostStart = url.find(u"://") == std::u16string::npos ? 0 : url.find(u"://") + 3;

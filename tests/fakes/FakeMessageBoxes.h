@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/FaultPlan.h"
 #include "platform/MessageBoxes.h"
 
 namespace korvanta::fakes {
@@ -21,7 +22,9 @@ class FakeMessageBoxes : public MessageBoxes {
         bool operator==(const Box&) const = default;
     };
 
+    FaultPlan faults;  // "Show": the box cannot be made, as in a program that is ending
     std::vector<Box> shown;
+    std::vector<Box> refused;
     std::deque<MessageAnswer> answers;
     // Called while a box is open: messages run then, so anything may happen.
     std::function<void(const Box& box)> whileOpen;
@@ -30,6 +33,10 @@ class FakeMessageBoxes : public MessageBoxes {
     MessageAnswer Show(const std::u16string& text, const std::u16string& title, MessageButtons buttons,
                        MessageIcon icon) override {
         const Box box{text, title, buttons, icon};
+        if (faults.Check("Show", text) != 0) {
+            refused.push_back(box);
+            return buttons == MessageButtons::YesNo ? MessageAnswer::No : MessageAnswer::Cancel;
+        }
         shown.push_back(box);
         ++open;
         if (whileOpen) {

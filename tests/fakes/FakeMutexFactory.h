@@ -9,7 +9,8 @@
 
 namespace korvanta::fakes {
 
-// Every wait succeeds unless its result is scripted. Faults: "CreateOwned" and "Release", with the error number told.
+// Every wait succeeds unless its result is scripted. Faults: "CreateOwned" and "Release", with the error number told,
+// and "Wait", which then fails.
 class FakeMutexFactory : public MutexFactory {
   public:
     struct State {
@@ -45,7 +46,9 @@ class FakeMutexFactory : public MutexFactory {
             ++mutexState_->waits;
             mutexState_->lastTimeout = milliseconds;
             WaitResult result = WaitResult::Acquired;
-            if (!mutexState_->waitResults.empty()) {
+            if (mutexState_->faults.Check("Wait") != 0) {
+                result = WaitResult::Failed;
+            } else if (!mutexState_->waitResults.empty()) {
                 result = mutexState_->waitResults.front();
                 mutexState_->waitResults.pop_front();
             }

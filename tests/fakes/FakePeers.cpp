@@ -130,11 +130,14 @@ int FakePeers::PeersAlive() const {
 }
 
 std::unique_ptr<ControlPeer> FakePeers::MakePlain(Control& control) {
-    return refuse ? nullptr : std::make_unique<PlainPeer>(*this, control, RecordOf(control));
+    return refuse || faults.Check("Make", control.Name()) != 0
+               ? nullptr
+               : std::make_unique<PlainPeer>(*this, control, RecordOf(control));
 }
 
 std::unique_ptr<FormPeer> FakePeers::Make(Form& form) {
-    return refuse ? nullptr : std::make_unique<WindowPeer>(*this, form, RecordOf(form));
+    return refuse || faults.Check("Make", form.Name()) != 0 ? nullptr
+                                                            : std::make_unique<WindowPeer>(*this, form, RecordOf(form));
 }
 
 std::unique_ptr<ControlPeer> FakePeers::Make(Container& panel) {

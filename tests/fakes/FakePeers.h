@@ -9,6 +9,7 @@
 #include "controls/Form.h"
 #include "controls/Grid.h"
 #include "controls/Peer.h"
+#include "fakes/FaultPlan.h"
 
 namespace korvanta::fakes {
 
@@ -51,6 +52,7 @@ class FakePeers : public PeerFactory {
     std::function<void(Control& control, Aspect aspect)> onChanged;
     // No peers at all, as where windows cannot be made; forms then have none either.
     bool refuse = false;
+    FaultPlan faults;  // "Make": this one peer cannot be made
 
     std::unique_ptr<FormPeer> Make(Form& form) override;
     std::unique_ptr<ControlPeer> Make(Container& panel) override;

@@ -75,7 +75,7 @@ std::u16string FakeRegistry::KeyName(RegistryHive hive, const std::u16string& su
 
 std::uint32_t FakeRegistry::Begin(std::string_view call, const std::u16string& detail) {
     log.push_back(FromAscii(call) + u" " + detail);
-    return faults.Check(call);
+    return faults.Check(call, detail);
 }
 
 std::uint32_t FakeRegistry::Refused(std::uint32_t access) const {

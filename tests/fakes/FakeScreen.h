@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "fakes/FaultPlan.h"
 #include "platform/Screen.h"
 
 namespace korvanta::fakes {
@@ -15,9 +16,13 @@ class FakeScreen : public Screen {
     std::optional<Place> workAreaAt;
     double twipsPerPixel = 15.0;
 
-    Place WholeScreen() override { return wholeScreen; }
-    Place WorkArea() override { return workArea; }
-    Place WorkAreaAt(const Place&) override { return workAreaAt.value_or(workArea); }
+    FaultPlan faults;  // "WholeScreen", "WorkArea", "WorkAreaAt": nothing is there
+
+    Place WholeScreen() override { return faults.Check("WholeScreen") != 0 ? Place() : wholeScreen; }
+    Place WorkArea() override { return faults.Check("WorkArea") != 0 ? Place() : workArea; }
+    Place WorkAreaAt(const Place&) override {
+        return faults.Check("WorkAreaAt") != 0 ? Place() : workAreaAt.value_or(workArea);
+    }
     double TwipsPerPixel() override { return twipsPerPixel; }
 };
 

@@ -27,7 +27,7 @@ class FakeShell : public Shell {
         if (onOpenDocument) {
             onOpenDocument(path);
         }
-        return faults.Check("OpenDocument") == 0;
+        return faults.Check("OpenDocument", path) == 0;
     }
     bool AddTrayIcon(const TrayIcon& icon) override {
         added.push_back(icon);

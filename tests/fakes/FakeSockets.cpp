@@ -11,7 +11,7 @@ constexpr std::uint32_t noAddress = 0xFFFFFFFF;
 
 bool FakeSockets::Fails(std::string_view call, const std::u16string& detail) {
     log.push_back(FromAscii(call) + (detail.empty() ? u"" : u" ") + detail);
-    const std::uint32_t fault = faults.Check(call);
+    const std::uint32_t fault = faults.Check(call, detail);
     if (fault != 0) {
         lastError = static_cast<int>(fault);
     }

@@ -47,7 +47,7 @@ std::uint32_t SizeOf(const std::u16string& printer, const std::vector<FakeJob>& 
 
 bool FakeSpooler::Fails(std::string_view call, const std::u16string& arguments) {
     log.push_back(FromAscii(call) + u" " + arguments);
-    const std::uint32_t fault = faults.Check(call);
+    const std::uint32_t fault = faults.Check(call, arguments);
     if (fault != 0) {
         lastError = fault;
     }

@@ -16,7 +16,8 @@ class FakeSystem : public System {
   public:
     explicit FakeSystem(FakeClock& clock) : clock_(clock) {}
 
-    FaultPlan faults;  // "VersionPlatform", "ComputerName", "UserName"
+    // "VersionPlatform", "ComputerName", "UserName", "ProgramFolder" (gives nothing), "ClaimInstance" (refused)
+    FaultPlan faults;
     std::uint32_t platformId = 2;
     std::u16string computerName = Filled(u"WS01");
     std::u16string userName = Filled(u"jsmith");
@@ -48,7 +49,9 @@ class FakeSystem : public System {
     std::uint32_t ComputerName(std::u16string& name) override { return Give("ComputerName", computerName, name); }
     std::uint32_t UserName(std::u16string& name) override { return Give("UserName", userName, name); }
     std::u16string CommandLine() override { return commandLine; }
-    std::u16string ProgramFolder() override { return programFolder; }
+    std::u16string ProgramFolder() override {
+        return faults.Check("ProgramFolder") != 0 ? std::u16string() : programFolder;
+    }
     // Moves the clock on.
     void Sleep(std::uint32_t milliseconds) override {
         sleeps.push_back(milliseconds);
@@ -60,7 +63,9 @@ class FakeSystem : public System {
     void WriteEventLog(const std::u16string& text) override { eventLog.push_back(text); }
     void InitializeControls() override { ++controlsInitialized; }
     void HideFromTaskList() override { ++hiddenFromTaskList; }
-    bool ClaimInstance(const std::u16string& name) override { return claimedInstances.insert(name).second; }
+    bool ClaimInstance(const std::u16string& name) override {
+        return faults.Check("ClaimInstance", name) == 0 && claimedInstances.insert(name).second;
+    }
 
   private:
     std::uint32_t Give(std::string_view call, const std::u16string& text, std::u16string& result) {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <set>
 
+#include "fakes/FaultPlan.h"
 #include "platform/WaitableHandles.h"
 
 namespace korvanta::fakes {
@@ -18,6 +19,7 @@ class FakeWaitableHandles : public WaitableHandles {
     void Signal(ChangeHandle handle) { signalled.insert(handle); }
     void Reset(ChangeHandle handle) { signalled.erase(handle); }
 
+    FaultPlan faults;  // "PollAny"
     std::set<ChangeHandle> signalled;
     // Given out first, in this order, whatever is signalled.
     std::deque<std::uint32_t> scriptedResults;
@@ -35,7 +37,7 @@ class FakeWaitableHandles : public WaitableHandles {
             scriptedResults.pop_front();
             return result;
         }
-        if (handles.empty() || handles.size() > 64) {
+        if (faults.Check("PollAny") != 0 || handles.empty() || handles.size() > 64) {
             return failed;
         }
         for (const ChangeHandle handle : handles) {

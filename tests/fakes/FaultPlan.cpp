@@ -20,7 +20,7 @@ int FaultPlan::Calls(std::string_view call) const {
     return found == calls_.end() ? 0 : found->second;
 }
 
-std::uint32_t FaultPlan::Check(std::string_view call) {
+std::uint32_t FaultPlan::Check(std::string_view call, std::u16string_view detail) {
     const auto counted = calls_.find(call);
     if (counted == calls_.end()) {
         calls_.emplace(call, 1);
@@ -40,7 +40,7 @@ std::uint32_t FaultPlan::Check(std::string_view call) {
             fault.callsLeft = fault.forGood ? 0 : -1;  // -1: has struck
         }
     }
-    return errorCode;
+    return errorCode == 0 && onCheck ? onCheck(call, detail) : errorCode;
 }
 
 }  // namespace korvanta::fakes

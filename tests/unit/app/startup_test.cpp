@@ -260,6 +260,23 @@ class OrderOfCalls : public PlainTranslator {
     void Translate(Container& form) override { calls.push_back(u"translate " + form.Name()); }
 };
 
+TEST_F(StartUpTest, AFormThatGetsNoWindowEndsTheStartWithAMessage) {
+    int part = 0;
+    for (const char16_t* marker : {u"Main:11", u"Main:12"}) {
+        const std::u16string form = part++ == 0 ? u"frmMain" : u"frmAccountNumber";
+        peers.faults.onCheck = [form](std::string_view, std::u16string_view name) {
+            return name == form ? std::uint32_t{8} : 0;
+        };
+        windows.messageBoxes.shown.clear();
+        windows.system.claimedInstances.clear();
+        EXPECT_FALSE(Start());
+        ASSERT_EQ(windows.messageBoxes.shown.size(), 1U);
+        EXPECT_TRUE(windows.messageBoxes.shown[0].text.ends_with(marker));
+        program.reset();
+        EXPECT_TRUE(windows.shell.trayIcons.empty());
+    }
+}
+
 TEST_F(StartUpTest, TranslationIsSetUpInOrderAndEveryFormHandsItselfOver) {
     OrderOfCalls order;
     windows.registry.Put(registryKey, u"Language", std::u16string(u"ger"));

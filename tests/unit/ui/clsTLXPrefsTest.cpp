@@ -308,6 +308,64 @@ TEST_F(PrefsTest, SaveTellsOfAWriteOrACloseThatFails) {
     EXPECT_TRUE(prefs.Save());
 }
 
+TEST_F(PrefsTest, WhenNothingCanBeWrittenTheLocalCopyStaysAsItWas) {
+    files.WriteUtf16(server, u"preferred\u000150,51\r\n");
+    WriteGoodLocal();
+    clsTLXPrefs prefs = Load();
+    prefs.AddPreferred(52);
+    for (const std::uint32_t code : {windowsError::diskFull, fakes::FaultPlan::halfDone}) {
+        files.faults.FailFrom("Write", 1, code);
+        EXPECT_FALSE(prefs.Save());
+        files.faults.Clear();
+        EXPECT_THAT(Numbers(Load().Preferred()), ElementsAre(50, 51));
+    }
+    EXPECT_TRUE(prefs.Save());
+    EXPECT_THAT(Numbers(Load().Preferred()), ElementsAre(50, 51, 52));
+    EXPECT_THAT(files.FilesIn(u"C:\\Temp"), ElementsAre(u"tlxpref.txt"));
+}
+
+TEST_F(PrefsTest, AServersCopyThatWasWrittenHalfIsNotTakenForAWholeOne) {
+    files.WriteUtf16(server, u"preferred\u000150,51\r\n");
+    clsTLXPrefs prefs = Load();
+    prefs.AddPreferred(52);
+    files.faults.FailOnce("Write", 1, fakes::FaultPlan::halfDone);
+    EXPECT_FALSE(prefs.Save());
+    EXPECT_THAT(Numbers(Load().Preferred()), ElementsAre(50, 51, 52));
+}
+
+TEST_F(PrefsTest, WhatCouldNotBeReadAtTheStartIsNotOverwrittenBySave) {
+    files.WriteUtf16(server, u"other\u0001kept\r\nlasttab\u00012\r\nhistory\u00014,6\r\npreferred\u000150,51\r\n");
+    files.Down(u"SRV");
+    clsTLXPrefs prefs = Load();
+    const std::shared_ptr<List> preferred = prefs.Preferred();
+    ExpectDefaults(prefs);
+    prefs.SetLastSelectedAccount(4);
+    prefs.AddPreferred(51);
+    prefs.AddPreferred(7);
+    prefs.LastTab(3);
+    EXPECT_FALSE(prefs.Save());
+    EXPECT_FALSE(prefs.Save());
+    files.Up(u"SRV");
+    EXPECT_TRUE(prefs.Save());
+    EXPECT_EQ(prefs.Preferred(), preferred);
+    for (const clsTLXPrefs& one : {prefs, Load()}) {
+        EXPECT_THAT(Numbers(one.History()), ElementsAre(6, 4));
+        EXPECT_THAT(Numbers(one.Preferred()), ElementsAre(50, 51, 7));
+        EXPECT_EQ(one.LastTab(), 3);
+    }
+    EXPECT_NE(files.ReadUtf16(server).find(u"other\u0001kept\r\n"), std::u16string::npos);
+}
+
+TEST_F(PrefsTest, ALocalCopyThatCouldNotBeReadAtTheStartIsNotOverwrittenBySave) {
+    files.Down(u"SRV");
+    WriteGoodLocal();
+    files.faults.FailOnce("Read", 1, windowsError::sharingViolation);
+    clsTLXPrefs prefs = Load();
+    ExpectDefaults(prefs);
+    prefs.Save();
+    EXPECT_THAT(Numbers(Load().Preferred()), ElementsAre(50, 51));
+}
+
 TEST_F(PrefsTest, SaveDoesNotRaiseWhenAListCannotBeRead) {
     clsTLXPrefs prefs = Load();
     prefs.SetLastSelectedAccount(4);
