@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -8,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/BytePattern.h"
 #include "server/AccountTable.h"
 
 namespace korvanta {
@@ -29,26 +29,22 @@ class AccountSearch {
     void SeekFrom(std::size_t account);
     void ScanBlock(std::size_t account);
     const std::uint8_t* Find(const AccountTable::Block& block, const std::uint8_t* from, const std::uint8_t* end) const;
-    const std::uint8_t* FindBytes(const std::uint8_t* from, const std::uint8_t* end) const;
-    std::size_t AccountAt(const char16_t* place, std::size_t first, std::size_t end) const;
-    bool InSubTitle(std::size_t account) const;
+    std::size_t AccountAt(std::size_t offset, std::size_t first, std::size_t end) const;
     void ShowAll(std::size_t first, std::size_t end);
-    const char16_t* TitlesOf(std::size_t account) const { return table_->records_[account].Titles(); }
+    bool FoundInSubTitle(std::size_t account) const;
     std::size_t EndOfBlock() const;
 
     std::shared_ptr<const AccountTable> table_;
     std::u16string lower_;
-    std::vector<std::uint8_t> bytes_;  // of lower_, as the table folds them
-    // How far a byte at the text's end lets the search go on; 0 when it is the text's last one.
-    std::array<std::uint8_t, 256> skips_{};
-    std::size_t repeat_ = 1;  // how far after a text that only ended right
+    BytePattern folded_;  // lower_ as the table folds it
+    bool foldedSuffices_;
 
     // From the account that was sought there is nothing to find before next_; there is in next_ itself when found_.
     std::size_t sought_ = 0;
     std::size_t next_ = 0;
     bool found_ = false;
-    bool foundInSubTitle_ = false;
-    std::size_t block_ = 0;
+    std::size_t block_ = 0;        // that of next_, when found_
+    std::size_t foundOffset_ = 0;  // and where in it
     std::vector<std::uint32_t> shown_;
 };
 

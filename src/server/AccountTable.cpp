@@ -31,6 +31,7 @@ void AccountTable::Add(const AccountFields& fields) {
         record.mainTitle = main.mainTitle;
     }
     Block& block = BlockFor((shares ? 0 : fields.mainTitle.size() + 1) + fields.subTitle.size() + 1);
+    const Start start{shares ? 0U : 1U, static_cast<std::uint32_t>(block.used) & 0x7FFF'FFFFU};
     if (!shares) {
         record.mainTitle = Store(block, fields.mainTitle);
     }
@@ -39,10 +40,11 @@ void AccountTable::Add(const AccountFields& fields) {
     record.subLength = static_cast<std::uint32_t>(fields.subTitle.size());
     record.accountId = fields.accountId;
     record.requireComment = fields.requireComment;
-    record.flags = static_cast<std::uint8_t>(Flags(fields) | (shares ? 0 : hasMainTitle));
+    record.flags = Flags(fields);
     if (!fields.password.empty()) {
         passwords_.push_back({records_.size(), std::u16string(fields.password)});
     }
+    starts_.push_back(start);
     records_.push_back(record);
     Remember(fields.accountId, records_.size() - 1);
     if (!hasGroup) {
@@ -82,9 +84,16 @@ std::optional<std::size_t> AccountTable::Find(std::int32_t accountId) const {
     return slots_[SlotOf(accountId)] - 1;
 }
 
-int AccountTable::Flags(const AccountFields& fields) {
-    return (fields.isMain ? isMain : 0) | (fields.isActive ? isActive : 0) |
-           (fields.allowNoninvoiceable ? allowNoninvoiceable : 0) | (fields.password.empty() ? 0 : hasPassword);
+std::vector<std::uint8_t> AccountTable::Folded(std::u16string_view lowerText) {
+    std::vector<std::uint8_t> bytes(lowerText.size());
+    std::transform(lowerText.begin(), lowerText.end(), bytes.begin(), FoldedByte);
+    return bytes;
+}
+
+std::uint8_t AccountTable::Flags(const AccountFields& fields) {
+    return static_cast<std::uint8_t>((fields.isMain ? isMain : 0) | (fields.isActive ? isActive : 0) |
+                                     (fields.allowNoninvoiceable ? allowNoninvoiceable : 0) |
+                                     (fields.password.empty() ? 0 : hasPassword));
 }
 
 // Growing block by block needs no memory for a second copy of all titles.

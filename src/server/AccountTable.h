@@ -11,7 +11,7 @@
 
 namespace korvanta {
 
-// The accounts of one accounts file, kept small: 24 bytes and the titles for each, and a title that sub-accounts share
+// The accounts of one accounts file, kept small: 32 bytes and the titles for each, and a title that sub-accounts share
 // with their main account once. Accounts are numbered from 0 in file order. A group is a main account and the
 // sub-accounts that follow it.
 class AccountTable {
@@ -37,7 +37,7 @@ class AccountTable {
   private:
     friend class AccountSearch;
 
-    enum Flag : std::uint8_t { isMain = 1, isActive = 2, allowNoninvoiceable = 4, hasPassword = 8, hasMainTitle = 16 };
+    enum Flag : std::uint8_t { isMain = 1, isActive = 2, allowNoninvoiceable = 4, hasPassword = 8 };
     struct Record {
         const char16_t* mainTitle;
         const char16_t* subTitle;
@@ -46,9 +46,6 @@ class AccountTable {
         std::int32_t accountId;
         std::int16_t requireComment;
         std::uint8_t flags;
-
-        // Where the account's own titles begin: its main title, unless that is its group's, and its sub title.
-        const char16_t* Titles() const { return (flags & hasMainTitle) != 0 ? mainTitle : subTitle; }
     };
     struct Password {
         std::size_t account;
@@ -65,17 +62,27 @@ class AccountTable {
         std::size_t firstAccount = 0;
     };
 
+    // An ASCII character is its own byte, the others share those above.
     static std::uint8_t FoldedByte(char16_t lowerUnit) {
-        return static_cast<std::uint8_t>(lowerUnit ^ (lowerUnit >> 8U));
+        return static_cast<std::uint8_t>(IsAscii(lowerUnit) ? lowerUnit : 0x80U | (lowerUnit ^ (lowerUnit >> 7U)));
     }
-    static int Flags(const AccountFields& fields);
+    static bool IsAscii(char16_t unit) { return unit < 0x80; }
+    static std::vector<std::uint8_t> Folded(std::u16string_view lowerText);
+    static std::uint8_t Flags(const AccountFields& fields);
     Block& BlockFor(std::size_t units);
     static const char16_t* Store(Block& block, std::u16string_view title);
     void Remember(std::int32_t accountId, std::size_t account);
     void GrowSlots();
     std::size_t SlotOf(std::int32_t accountId) const;
 
+    // Where an account's own titles begin: its main title, unless that is its group's, and behind it its sub title.
+    struct Start {
+        std::uint32_t hasMainTitle : 1;
+        std::uint32_t offset : 31;  // in its block
+    };
+
     std::vector<Record> records_;
+    std::vector<Start> starts_;          // by themselves, since a search that finds much looks at all of them
     std::vector<Password> passwords_;    // few accounts have one
     std::vector<std::uint32_t> groups_;  // their main accounts
     std::size_t listed_ = 0;             // accounts in groups_
