@@ -2,10 +2,12 @@
 
 #include "app/CatalogueTranslator.h"
 #include "app/basKorvanta.h"
+#include "platform/win32/LibrarySearch.h"
 #include "platform/win32/WindowsPeerFactory.h"
 #include "platform/win32/WindowsPlatform.h"
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    korvanta::SearchLibrariesInSystemFolder();
     korvanta::WindowsPlatform windows;
     const std::unique_ptr<korvanta::PeerFactory> peers =
         korvanta::MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts());

@@ -20,17 +20,25 @@ constexpr int listHeight = 1500;
 }  // namespace
 
 StatusForm::StatusForm(TextMeasure& textMeasure, const BannerServices& bannerServices)
-    : Form(u"frmMain"),
-      ctlBanner1(u"ctlBanner1", bannerServices),
-      textMeasure_(textMeasure),
-      line_(textMeasure.LineHeight(false) + 30),
-      field_(line_ + 105) {
+    : Form(u"frmMain"), ctlBanner1(u"ctlBanner1", bannerServices), textMeasure_(textMeasure) {
+    MeasureRows();
     Border(korvanta::BorderStyle::FixedDialog);
     ShowInTaskbar(false);
     SetCaptions();
     AddControls();
     tmrActivity.Interval(1000);
     ChooseSize();
+}
+
+void StatusForm::MeasureRows() {
+    line_ = textMeasure_.LineHeight(false) + 30;
+    field_ = line_ + 105;
+}
+
+void StatusForm::OnFontsChanged() {
+    ctlBanner1.Measure();
+    MeasureRows();
+    OnResize();
 }
 
 void StatusForm::ChooseSize() {

@@ -59,6 +59,7 @@ class StatusForm : public Form {
 
   protected:
     void OnResize() override;
+    void OnFontsChanged() override;
     // By the captions as they are now; before there is a window.
     void ChooseSize();
 
@@ -70,9 +71,11 @@ class StatusForm : public Form {
     int NormalWidth() const;
     int NormalHeight() const;
 
+    void MeasureRows();
+
     TextMeasure& textMeasure_;
-    int line_;
-    int field_;
+    int line_ = 0;
+    int field_ = 0;
 };
 
 }  // namespace korvanta

@@ -78,6 +78,11 @@ void frmPrimaryServer::OnResize() {
     Guarded(log_, u"frmPrimaryServer:Resize", [this] { PlaceControls(); });
 }
 
+void frmPrimaryServer::OnFontsChanged() {
+    ctlBanner1.Measure();
+    OnResize();
+}
+
 void frmPrimaryServer::PlaceControls() {
     const int line = platform_.textMeasure.LineHeight(false) + 30;
     const int field = line + 105;

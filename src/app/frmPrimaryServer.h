@@ -34,6 +34,7 @@ class frmPrimaryServer : public Form {
     void OnTranslate() override;
     void OnLoad() override;
     void OnResize() override;
+    void OnFontsChanged() override;
     // The close box is a way to cancel.
     bool OnQueryUnload(CloseReason reason) override;
 

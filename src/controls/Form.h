@@ -60,6 +60,8 @@ class Form : public Container {
     void HandleMouseMove(int button, double x, double y) { OnMouseMove(button, x, y); }
     // The taskbar was made again, and with it the notification area.
     void HandleTaskbarCreated() { OnTaskbarCreated(); }
+    // Texts have another size than before: another font, or the resolution of another screen.
+    void HandleFontsChanged() { OnFontsChanged(); }
     // Monitors have come or gone, changed their resolution, or been given other taskbars.
     void HandleDisplayChanged() { OnDisplayChanged(); }
 
@@ -75,6 +77,7 @@ class Form : public Container {
     // `x` and `y` in twips; `button` 0 none, 1 left, 2 right.
     virtual void OnMouseMove(int /*button*/, double /*x*/, double /*y*/) {}
     virtual void OnTaskbarCreated() {}
+    virtual void OnFontsChanged() { OnResize(); }
     virtual void OnDisplayChanged() {}
 
     void Border(BorderStyle border) { border_ = border; }

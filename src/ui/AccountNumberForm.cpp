@@ -131,6 +131,11 @@ void AccountNumberForm::OnResize() {
     ArrangeTabs(top, bottom);
 }
 
+void AccountNumberForm::OnFontsChanged() {
+    ctlBanner1.Measure();
+    OnResize();
+}
+
 // The document, its printer and the queue; returns where the next block may begin.
 int AccountNumberForm::ArrangeJob(int top) {
     const int right = ClientWidth() - margin;

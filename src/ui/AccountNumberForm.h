@@ -59,6 +59,7 @@ class AccountNumberForm : public Form {
   protected:
     // Places everything for the client area's size and the captions as they are now.
     void OnResize() override;
+    void OnFontsChanged() override;
     // The size at which the form comes up first, by the captions as they are now.
     void ChooseFirstSize();
 

@@ -40,6 +40,10 @@ ctlBanner::ctlBanner(std::u16string name, const BannerServices& services)
     lblLink.Caption(productWebSite);
     lblLink.Click.Connect([this] { OpenLink(); });
 
+    Measure();
+}
+
+void ctlBanner::Measure() {
     const int titleHeight = services_.textMeasure.LineHeight(true);
     const int descriptionTop = titleTop + titleHeight + gap;
     const int rulesTop = descriptionTop + services_.textMeasure.LineHeight(false) + titleTop;

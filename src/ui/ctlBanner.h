@@ -47,6 +47,9 @@ class ctlBanner : public Container {
     void BackColor(Color color);
     void Refresh();
 
+    // Gives the rows the heights of texts as they are now.
+    void Measure();
+
     // Twips: the least width that shows title and description in full; a link of any length is cut off to fit.
     int SmallestWidth() const;
 

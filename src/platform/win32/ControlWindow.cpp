@@ -122,6 +122,12 @@ void ControlWindow::Changed(Aspect aspect) {
     }
 }
 
+void ControlWindow::FontsChanged() {
+    Send(WM_SETFONT, reinterpret_cast<WPARAM>(UsedFonts().Get(Bold())), FALSE);
+    ShowPlace();
+    Invalidate();
+}
+
 void ControlWindow::ShowCaption() {
     if (textCalls::WindowText(window_) != control_.Caption()) {
         textCalls::SetText(window_, control_.Caption());

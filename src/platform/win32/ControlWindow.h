@@ -34,6 +34,8 @@ class ControlWindow : public ControlPeer {
     virtual bool Notified(NMHDR& /*notice*/, LRESULT& /*result*/) { return false; }
     virtual void Draw(const DRAWITEMSTRUCT& /*item*/) {}
     virtual HBRUSH Colors(HDC /*context*/) { return nullptr; }
+    // The program's fonts and resolution are others; what was made for the old ones is made anew.
+    virtual void FontsChanged();
 
   protected:
     ControlWindow(Control& control, HostWindow& host);

@@ -22,7 +22,7 @@ class WindowsTabStrip;
 struct ProgramWindows {
     WindowsMessageLoop& messageLoop;
     DialogWindows& dialogs;
-    const Fonts& fonts;
+    Fonts& fonts;
     WindowHandle owner;  // hidden: owns the forms that have no taskbar button
     std::vector<HWND> forms;
 };

@@ -261,32 +261,28 @@ bool IsDialogKey(HWND dialog, MSG& message) {
 
 namespace {
 
-HFONT MakeDefaultFont(bool bold) {
-    LOGFONTA font{};
-    ::GetObjectA(::GetStockObject(DEFAULT_GUI_FONT), sizeof(font), &font);
+template <class Font>
+void Adapt(Font& font, bool bold, int dotsPerInch, int systemDotsPerInch) {
     font.lfWeight = bold ? FW_BOLD : font.lfWeight;
-    return ::CreateFontIndirectA(&font);
+    font.lfHeight = ::MulDiv(font.lfHeight, dotsPerInch, systemDotsPerInch);
 }
 
 }  // namespace
 
-HFONT MakeMessageFont(bool bold) {
-    if (IsWindows9x()) {
-        NONCLIENTMETRICSA metrics{};
-        metrics.cbSize = sizeof(metrics);
-        if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0)) {
-            return MakeDefaultFont(bold);
-        }
-        metrics.lfMessageFont.lfWeight = bold ? FW_BOLD : metrics.lfMessageFont.lfWeight;
-        return ::CreateFontIndirectA(&metrics.lfMessageFont);
+HFONT MakeMessageFont(bool bold, int dotsPerInch, int systemDotsPerInch) {
+    NONCLIENTMETRICSW wide{};
+    wide.cbSize = sizeof(wide);
+    if (!IsWindows9x() && ::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(wide), &wide, 0)) {
+        Adapt(wide.lfMessageFont, bold, dotsPerInch, systemDotsPerInch);
+        return ::CreateFontIndirectW(&wide.lfMessageFont);
     }
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof(metrics);
-    if (!::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0)) {
-        return MakeDefaultFont(bold);
+    NONCLIENTMETRICSA narrow{};
+    narrow.cbSize = sizeof(narrow);
+    if (!::SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof(narrow), &narrow, 0)) {
+        ::GetObjectA(::GetStockObject(DEFAULT_GUI_FONT), sizeof(narrow.lfMessageFont), &narrow.lfMessageFont);
     }
-    metrics.lfMessageFont.lfWeight = bold ? FW_BOLD : metrics.lfMessageFont.lfWeight;
-    return ::CreateFontIndirectW(&metrics.lfMessageFont);
+    Adapt(narrow.lfMessageFont, bold, dotsPerInch, systemDotsPerInch);
+    return ::CreateFontIndirectA(&narrow.lfMessageFont);
 }
 
 int Draw(HDC context, const std::u16string& text, RECT& place, UINT flags) {

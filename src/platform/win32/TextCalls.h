@@ -81,7 +81,8 @@ void Dispatch(const MSG& message);
 bool IsDialogKey(HWND dialog, MSG& message);
 
 // Drawing. `flags` are those of DrawText.
-HFONT MakeMessageFont(bool bold);
+// The user's font for messages, which Windows tells for the system's resolution, in another one.
+HFONT MakeMessageFont(bool bold, int dotsPerInch, int systemDotsPerInch);
 int Draw(HDC context, const std::u16string& text, RECT& place, UINT flags);
 SIZE TextExtent(HDC context, const std::u16string& text);
 

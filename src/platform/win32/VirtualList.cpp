@@ -37,6 +37,27 @@ void VirtualList::CreateList(DWORD style) {
     ShowColors();
 }
 
+void VirtualList::ShowImages(std::initializer_list<int> iconResources) {
+    iconResources_ = iconResources;
+    MakeImages();
+}
+
+void VirtualList::MakeImages() {
+    auto images = std::make_unique<ImageList>(UsedFonts().Metric(SM_CXSMICON), UsedFonts().Metric(SM_CYSMICON));
+    for (const int resource : iconResources_) {
+        images->Add(resource);
+    }
+    images->AddBlank();
+    Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images->Get()));
+    images_ = std::move(images);
+}
+
+void VirtualList::FontsChanged() {
+    MakeImages();
+    ControlWindow::FontsChanged();
+    Stale();
+}
+
 void VirtualList::Changed(Aspect aspect) {
     if (aspect == Aspect::Content || aspect == Aspect::Selection) {
         Stale();
@@ -163,9 +184,9 @@ int VirtualList::FindRow(const NMLVFINDITEMW& wanted) const {
     return nothing;
 }
 
-ImageList::ImageList()
-    : width_(::GetSystemMetrics(SM_CXSMICON)),
-      height_(::GetSystemMetrics(SM_CYSMICON)),
+ImageList::ImageList(int width, int height)
+    : width_(width),
+      height_(height),
       // Old displays take pictures in their own format best.
       list_(::ImageList_Create(width_, height_, ILC_MASK | textCalls::Choose<UINT>(ILC_COLORDDB, ILC_COLOR32), 2, 2)) {}
 

@@ -1,11 +1,36 @@
 #pragma once
 
+#include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/win32/ControlWindow.h"
 
 namespace korvanta {
+
+// Images from the program's resources; sizes in pixels.
+class ImageList {
+  public:
+    ImageList(int width, int height);
+    ImageList(const ImageList&) = delete;
+    ImageList& operator=(const ImageList&) = delete;
+    ~ImageList() { ::ImageList_Destroy(list_); }
+
+    void Add(int iconResource);
+    void AddBlank();
+    HIMAGELIST Get() const { return list_; }
+    int Width() const { return width_; }
+
+    // The index that shows none.
+    static constexpr int none = -1;
+
+  private:
+    int width_;
+    int height_;
+    HIMAGELIST list_;
+};
 
 // A list view window that asks for the rows it shows. Changes are gathered: the window takes them over when it is next
 // painted, used or asked, however many there were.
@@ -14,10 +39,15 @@ class VirtualList : public ControlWindow {
     void Changed(Aspect aspect) override;
     HBRUSH Colors(HDC context) override { return OwnColors(context); }
     bool Notified(NMHDR& notice, LRESULT& result) override;
+    void FontsChanged() override;
 
   protected:
     using ControlWindow::ControlWindow;
     void CreateList(DWORD style);
+
+    // Shows pictures of the size that is right now, and a blank one behind them for rows that show none.
+    void ShowImages(std::initializer_list<int> iconResources);
+    int ImageWidth() const { return images_ ? images_->Width() : 0; }
 
     // Shows the control's state in the window.
     virtual void TakeOver() = 0;
@@ -48,33 +78,14 @@ class VirtualList : public ControlWindow {
     }
 
   private:
+    void MakeImages();
     void ShowColors() const;
     int FindRow(const NMLVFINDITEMW& wanted) const;
 
+    std::vector<int> iconResources_;
+    std::unique_ptr<ImageList> images_;
     bool stale_ = false;
     bool takingOver_ = false;
-};
-
-// Images of the size of small icons, from the program's resources.
-class ImageList {
-  public:
-    ImageList();
-    ImageList(const ImageList&) = delete;
-    ImageList& operator=(const ImageList&) = delete;
-    ~ImageList() { ::ImageList_Destroy(list_); }
-
-    void Add(int iconResource);
-    void AddBlank();
-    HIMAGELIST Get() const { return list_; }
-    int Width() const { return width_; }
-
-    // The index that shows none.
-    static constexpr int none = -1;
-
-  private:
-    int width_;
-    int height_;
-    HIMAGELIST list_;
 };
 
 }  // namespace korvanta

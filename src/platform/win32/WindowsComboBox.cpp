@@ -45,6 +45,11 @@ void WindowsComboBox::ShowItems() {
     FitDroppedWidth();
 }
 
+void WindowsComboBox::FontsChanged() {
+    ControlWindow::FontsChanged();
+    FitDroppedWidth();
+}
+
 void WindowsComboBox::ShowListIndex() const {
     Send(CB_SETCURSEL, static_cast<WPARAM>(comboBox_.ListIndex()));
 }

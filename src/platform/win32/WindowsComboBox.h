@@ -10,6 +10,7 @@ class WindowsComboBox : public ControlWindow {
     WindowsComboBox(ComboBox& comboBox, HostWindow& host);
     void Changed(Aspect aspect) override;
     void Commanded(int code) override;
+    void FontsChanged() override;
     HBRUSH Colors(HDC context) override { return OwnColors(context); }
 
   protected:

@@ -8,6 +8,7 @@
 #include "platform/win32/Fonts.h"
 #include "platform/win32/FormSupport.h"
 #include "platform/win32/Icons.h"
+#include "platform/win32/LateCall.h"
 #include "platform/win32/Resources.h"
 #include "platform/win32/TextCalls.h"
 #include "platform/win32/WindowsMessageLoop.h"
@@ -30,14 +31,18 @@ DWORD ExtendedStyle(const Form& form) {
            (form.Border() == BorderStyle::FixedDialog ? static_cast<DWORD>(WS_EX_DLGMODALFRAME) : 0U);
 }
 
+BOOL CALLBACK RenewFonts(HWND window, LPARAM /*parameter*/) {
+    if (ControlWindow* control = ControlWindow::Of(window)) {
+        control->FontsChanged();
+    }
+    return TRUE;
+}
+
 }  // namespace
 
 WindowsForm::WindowsForm(Form& form, std::shared_ptr<ProgramWindows> program)
     : form_(form),
       windows_(std::make_shared<FormWindows>(std::move(program))),
-      bigIcon_(LoadProgramIcon(KORVANTA_PROGRAM_ICON, ::GetSystemMetrics(SM_CXICON), ::GetSystemMetrics(SM_CYICON))),
-      smallIcon_(
-          LoadProgramIcon(KORVANTA_PROGRAM_ICON, ::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON))),
       taskbarCreated_(textCalls::RegisterMessage(L"TaskbarCreated")) {
     CreateFormWindow();
     ReportPlace();
@@ -65,12 +70,65 @@ void WindowsForm::CreateFormWindow() {
     }
     textCalls::SetWindowData(handle, GWL_USERDATA, reinterpret_cast<LONG>(this));
     NameWindow(handle, form_.Name());
-    textCalls::Send(handle, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(bigIcon_.Get()));
-    textCalls::Send(handle, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.Get()));
+    ShowIcons();
     ::EnableWindow(handle, form_.Enabled());
     program.forms.push_back(handle);
     program.dialogs.Add(handle, [this](const MSG& input) { return KeepsOut(input) || SwitchesTab(input); });
     Changed(Aspect::TopMost);
+    FollowScreen();
+}
+
+void WindowsForm::ShowIcons() {
+    const Fonts& fonts = windows_->program->fonts;
+    IconHandle big = LoadProgramIcon(KORVANTA_PROGRAM_ICON, fonts.Metric(SM_CXICON), fonts.Metric(SM_CYICON));
+    IconHandle small = LoadProgramIcon(KORVANTA_PROGRAM_ICON, fonts.Metric(SM_CXSMICON), fonts.Metric(SM_CYSMICON));
+    textCalls::Send(windows_->window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big.Get()));
+    textCalls::Send(windows_->window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.Get()));
+    bigIcon_ = std::move(big);
+    smallIcon_ = std::move(small);
+}
+
+void WindowsForm::FollowScreen() {
+    using DpiCall = UINT(WINAPI*)(HWND);
+    const auto dpiForWindow = LateCall<DpiCall>("user32.dll", "GetDpiForWindow");
+    const UINT dotsPerInch = dpiForWindow ? dpiForWindow(windows_->window) : 0;
+    if (dotsPerInch != 0) {
+        TakeResolution(static_cast<int>(dotsPerInch));
+    }
+}
+
+// All windows of the program have one resolution. The one that moved to another screen says which, so that the window
+// that the user looks at is right.
+void WindowsForm::TakeResolution(int dotsPerInch) {
+    ProgramWindows& program = *windows_->program;
+    if (program.fonts.DotsPerInch() == dotsPerInch) {
+        return;
+    }
+    program.fonts.Take(dotsPerInch);
+    const std::vector<HWND> forms = program.forms;
+    for (const HWND window : forms) {
+        if (auto* form = reinterpret_cast<WindowsForm*>(textCalls::WindowData(window, GWL_USERDATA))) {
+            form->FontsChanged();
+        }
+    }
+}
+
+// Keeps the size in inches: what the user sees of a window neither grows nor shrinks.
+void WindowsForm::FontsChanged() {
+    const Place before = form_.Position();
+    const HWND handle = windows_->window;
+    ShowIcons();
+    ::EnumChildWindows(handle, &RenewFonts, 0);
+    const Fonts& fonts = windows_->program->fonts;
+    placing_ = true;
+    if (!::IsIconic(handle) && !::IsZoomed(handle)) {
+        ::SetWindowPos(handle, nullptr, 0, 0, fonts.Pixels(before.width), fonts.Pixels(before.height),
+                       SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    placing_ = false;
+    ReportPlace();
+    form_.HandleFontsChanged();
+    Repaint();
 }
 
 WindowsForm::~WindowsForm() {
@@ -130,6 +188,7 @@ void WindowsForm::Repaint() {
 
 void WindowsForm::Show() {
     const HWND handle = windows_->window;
+    FollowScreen();
     if (!wasShown_) {
         wasShown_ = true;
         // As dialogs do: access keys are underlined from the start for those who use the keyboard.

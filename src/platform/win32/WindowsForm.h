@@ -58,6 +58,11 @@ class WindowsForm : public FormPeer, public HostWindow {
     void NoteActivation(bool byClick, HWND before);
 
     void CreateFormWindow();
+    // Takes the resolution of the screen that the window is on, for all windows of the program.
+    void FollowScreen();
+    void TakeResolution(int dotsPerInch);
+    void FontsChanged();
+    void ShowIcons();
     void ReportPlace();
     void ShowPlace();
     void LimitSize(MINMAXINFO& limits) const;

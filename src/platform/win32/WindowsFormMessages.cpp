@@ -18,6 +18,7 @@ namespace {
 
 constexpr int hourglassCursor = 32514;  // IDC_WAIT
 constexpr int systemCommandMask = 0xFFF0;
+constexpr UINT dpiChanged = 0x02E0;  // WM_DPICHANGED, from Windows 8.1 on
 
 int PressedButton(WPARAM keys) {
     return (keys & MK_LBUTTON) != 0 ? 1 : (keys & MK_RBUTTON) != 0 ? 2 : 0;
@@ -229,6 +230,14 @@ bool WindowsForm::HandleLooks(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
                 form_.HandleDisplayChanged();
             }
             return false;
+        case dpiChanged: {
+            TakeResolution(LOWORD(wParam));
+            const RECT& wanted = *reinterpret_cast<const RECT*>(lParam);
+            ::SetWindowPos(windows_->window, nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
+                           wanted.bottom - wanted.top, SWP_NOZORDER | SWP_NOACTIVATE);
+            result = 0;
+            return true;
+        }
         case WM_DISPLAYCHANGE:
             form_.HandleDisplayChanged();
             return false;

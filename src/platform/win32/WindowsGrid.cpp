@@ -44,10 +44,8 @@ int ColumnFormat(Alignment alignment) {
 }  // namespace
 
 WindowsGrid::WindowsGrid(Grid& grid, HostWindow& host) : VirtualList(grid, host), grid_(grid) {
-    images_.Add(KORVANTA_MAIN_ACCOUNT_ICON);
-    images_.AddBlank();
     CreateList(LVS_REPORT | LVS_SINGLESEL | LVS_NOSORTHEADER);
-    Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images_.Get()));
+    ShowImages({KORVANTA_MAIN_ACCOUNT_ICON});
     Stale();
 }
 
@@ -80,7 +78,7 @@ void WindowsGrid::TakeOver() {
 
 bool WindowsGrid::PictureSharesColumn() const {
     const int picture = UsedFonts().Pixels(grid_.ColWidth(0));
-    return grid_.Columns() > 1 && picture > 0 && picture <= 2 * images_.Width() && grid_.ColWidth(1) > 0;
+    return grid_.Columns() > 1 && picture > 0 && picture <= 2 * ImageWidth() && grid_.ColWidth(1) > 0;
 }
 
 std::vector<WindowsGrid::Shown> WindowsGrid::ShownColumns() const {

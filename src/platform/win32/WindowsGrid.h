@@ -42,7 +42,6 @@ class WindowsGrid : public VirtualList {
     LRESULT CustomDraw(NMLVCUSTOMDRAW& draw) const;
 
     Grid& grid_;
-    ImageList images_;
     std::vector<Shown> columns_;
     int reportedTopRow_ = 1;
     int selectedItem_ = -1;  // as the list last said

@@ -86,6 +86,11 @@ void WindowsLinkLabel::Changed(Aspect aspect) {
     }
 }
 
+void WindowsLinkLabel::FontsChanged() {
+    underlined_ = Underlined(UsedFonts().Get(label_.Bold()));
+    ControlWindow::FontsChanged();
+}
+
 void WindowsLinkLabel::Commanded(int code) {
     if (code == BN_CLICKED && label_.Enabled()) {
         label_.HandleClick();

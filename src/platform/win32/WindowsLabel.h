@@ -25,6 +25,7 @@ class WindowsLinkLabel : public ControlWindow {
     void Changed(Aspect aspect) override;
     void Commanded(int code) override;
     void Draw(const DRAWITEMSTRUCT& item) override;
+    void FontsChanged() override;
 
   protected:
     LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;

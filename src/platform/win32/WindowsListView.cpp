@@ -10,10 +10,8 @@ namespace korvanta {
 
 WindowsListView::WindowsListView(ListView& listView, HostWindow& host)
     : VirtualList(listView, host), listView_(listView) {
-    images_.Add(KORVANTA_PRINTER_WATCHED_ICON);
-    images_.Add(KORVANTA_PRINTER_FAILED_ICON);
     CreateList(LVS_REPORT | LVS_NOCOLUMNHEADER | LVS_SINGLESEL);
-    Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images_.Get()));
+    ShowImages({KORVANTA_PRINTER_WATCHED_ICON, KORVANTA_PRINTER_FAILED_ICON});
     LVCOLUMNW column{};
     column.mask = LVCF_WIDTH | LVCF_FMT;
     column.fmt = LVCFMT_LEFT;
@@ -27,6 +25,12 @@ void WindowsListView::Changed(Aspect aspect) {
         widest_ = 0;
     }
     VirtualList::Changed(aspect);
+}
+
+void WindowsListView::FontsChanged() {
+    measured_ = 0;
+    widest_ = 0;
+    VirtualList::FontsChanged();
 }
 
 void WindowsListView::ShowPlace() {
@@ -49,7 +53,7 @@ void WindowsListView::FitColumn() {
     }
     RECT area{};
     ::GetClientRect(Window(), &area);
-    const int margin = images_.Width() + 6 * ::GetSystemMetrics(SM_CXEDGE);
+    const int margin = ImageWidth() + 6 * ::GetSystemMetrics(SM_CXEDGE);
     const int width = std::max(static_cast<int>(area.right), widest_ + margin);
     if (Ask(LVM_GETCOLUMNWIDTH, 0) != width) {
         Send(LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(width, 0));

@@ -10,6 +10,7 @@ class WindowsListView : public VirtualList {
   public:
     WindowsListView(ListView& listView, HostWindow& host);
     void Changed(Aspect aspect) override;
+    void FontsChanged() override;
 
   protected:
     void TakeOver() override;
@@ -22,7 +23,6 @@ class WindowsListView : public VirtualList {
     void FitColumn();
 
     ListView& listView_;
-    ImageList images_;
     std::size_t measured_ = 0;  // items that widest_ knows
     int widest_ = 0;
 };

@@ -56,7 +56,7 @@ class WindowsPeerFactory : public PeerFactory {
 }  // namespace
 
 std::unique_ptr<PeerFactory> MakeWindowsPeerFactory(WindowsMessageLoop& messageLoop, DialogWindows& dialogs,
-                                                    const Fonts& fonts) {
+                                                    Fonts& fonts) {
     return std::make_unique<WindowsPeerFactory>(
         std::make_shared<ProgramWindows>(ProgramWindows{messageLoop, dialogs, fonts, {}, {}}));
 }

@@ -12,6 +12,6 @@ class WindowsMessageLoop;
 
 // Makes the real windows of forms and controls. The loop, the registry and the fonts outlive all peers.
 std::unique_ptr<PeerFactory> MakeWindowsPeerFactory(WindowsMessageLoop& messageLoop, DialogWindows& dialogs,
-                                                    const Fonts& fonts);
+                                                    Fonts& fonts);
 
 }  // namespace korvanta

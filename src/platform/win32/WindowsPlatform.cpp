@@ -51,7 +51,7 @@ Platform& WindowsPlatform::Services() {
     return parts_->services;
 }
 
-const Fonts& WindowsPlatform::DialogFonts() const {
+Fonts& WindowsPlatform::DialogFonts() {
     return parts_->fonts;
 }
 

@@ -21,7 +21,7 @@ class WindowsPlatform {
     Platform& Services();
 
     // What the windows on the screen share with the services.
-    const Fonts& DialogFonts() const;
+    Fonts& DialogFonts();
     DialogWindows& Dialogs();
     WindowsMessageLoop& Loop();
 

@@ -25,8 +25,7 @@ WindowsTabStrip::WindowsTabStrip(TabStrip& tabStrip, HostWindow& host)
     : ControlWindow(tabStrip, host), tabStrip_(tabStrip) {
     Create(WC_TABCONTROLW, TCS_TABS | WS_TABSTOP);
     theme_ = std::make_unique<TabTheme>(Window());
-    // What Windows leaves free around the captions does not grow with the resolution by itself.
-    Send(TCM_SETPADDING, 0, MAKELPARAM(UsedFonts().Pixels(captionMargin), UsedFonts().Pixels(captionMargin / 2)));
+    ShowPadding();
     ShowTabs();
     LeaveOut(host.Content());
 }
@@ -39,6 +38,17 @@ void WindowsTabStrip::Changed(Aspect aspect) {
     } else {
         ControlWindow::Changed(aspect);
     }
+}
+
+void WindowsTabStrip::FontsChanged() {
+    ShowPadding();
+    ControlWindow::FontsChanged();
+    ShowTabs();
+}
+
+// What Windows leaves free around the captions does not grow with the resolution by itself.
+void WindowsTabStrip::ShowPadding() const {
+    Send(TCM_SETPADDING, 0, MAKELPARAM(UsedFonts().Pixels(captionMargin), UsedFonts().Pixels(captionMargin / 2)));
 }
 
 void WindowsTabStrip::ShowTabs() {

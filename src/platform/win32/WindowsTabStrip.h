@@ -14,6 +14,7 @@ class WindowsTabStrip : public ControlWindow {
     void Changed(Aspect aspect) override;
     bool Notified(NMHDR& notice, LRESULT& result) override;
     HBRUSH Colors(HDC context) override { return TransparentColors(context); }
+    void FontsChanged() override;
 
     // Whether the pages look other than the plain color of dialogs.
     bool Themed() const { return static_cast<bool>(*theme_); }
@@ -30,6 +31,7 @@ class WindowsTabStrip : public ControlWindow {
     void ShowCaption() override {}
 
   private:
+    void ShowPadding() const;
     void ShowTabs();
     void ShowSelected() const;
     bool TakeAccessKey(char16_t typed);

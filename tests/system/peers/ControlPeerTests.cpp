@@ -255,6 +255,62 @@ TEST_F(ControlPeers, LinkIsPressedOncePerPress) {
     EXPECT_EQ(clicks, 5);
 }
 
+// The user's scheme while it is another one: white on black.
+class BlackScheme {
+  public:
+    explicit BlackScheme(HWND window) : window_(window) {
+        for (std::size_t i = 0; i < count; ++i) {
+            before_[i] = ::GetSysColor(elements[i]);
+        }
+        const COLORREF white = RGB(255, 255, 255);
+        const COLORREF colors[count] = {0, white, 0, white, RGB(0, 255, 255)};
+        Choose(colors);
+    }
+    BlackScheme(const BlackScheme&) = delete;
+    BlackScheme& operator=(const BlackScheme&) = delete;
+    ~BlackScheme() { Choose(before_); }
+
+  private:
+    static constexpr std::size_t count = 5;
+    static constexpr int elements[count] = {COLOR_WINDOW, COLOR_WINDOWTEXT, COLOR_BTNFACE, COLOR_BTNTEXT, 26};
+    void Choose(const COLORREF* colors) const {
+        ::SetSysColors(static_cast<int>(count), elements, colors);
+        textCalls::Send(window_, WM_SYSCOLORCHANGE);
+    }
+    HWND window_;
+    COLORREF before_[count] = {};
+};
+
+TEST_F(ControlPeers, EveryColorFollowsTheUsersSchemeWhileTheProgramRuns) {
+    auto& label = Make<Label>(u"lblOne");
+    auto& box = Make<TextBox>(u"txtOne");
+    auto& grid = Make<Grid>(u"grdOne");
+    auto& list = Make<ListView>(u"lvwOne");
+    Place(label);
+    Place(box, 150, 600);
+    Place(grid, 150, 1050, 3000, 600);
+    Place(list, 150, 1800, 3000, 600);
+    Show();
+    const BlackScheme scheme(FormHandle());
+    const COLORREF white = RGB(255, 255, 255);
+    for (const char* name : {"grdOne", "lvwOne"}) {
+        EXPECT_EQ(static_cast<COLORREF>(Send(Find(name), LVM_GETBKCOLOR)), 0U) << name;
+        EXPECT_EQ(static_cast<COLORREF>(Send(Find(name), LVM_GETTEXTBKCOLOR)), 0U) << name;
+        EXPECT_EQ(static_cast<COLORREF>(Send(Find(name), LVM_GETTEXTCOLOR)), white) << name;
+    }
+    const HDC context = ::GetDC(FormHandle());
+    for (const auto& [message, name] : {std::pair(WM_CTLCOLORSTATIC, "lblOne"), std::pair(WM_CTLCOLOREDIT, "txtOne")}) {
+        const auto brush =
+            reinterpret_cast<HBRUSH>(Send(FormHandle(), static_cast<UINT>(message), reinterpret_cast<WPARAM>(context),
+                                          reinterpret_cast<LPARAM>(Find(name))));
+        LOGBRUSH filled{};
+        ::GetObjectA(brush, sizeof(filled), &filled);
+        EXPECT_EQ(::GetTextColor(context), white) << name;
+        EXPECT_EQ(filled.lbColor, 0U) << name;
+    }
+    ::ReleaseDC(FormHandle(), context);
+}
+
 TEST_F(ControlPeers, TabsAreChosenByKeysFromAnywhereOnTheForm) {
     auto& tabs = Make<TabStrip>(u"tabOne");
     tabs.Tabs({u"&One", u"&Two", u"T&hree"});

@@ -1,3 +1,7 @@
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include "PeersTest.h"
 #include "controls/KeyGuard.h"
 
@@ -238,6 +242,51 @@ TEST_F(FormPeer, FormThatGuardsItsKeysHeedsThemAgainWhenTheKeyboardHasRested) {
     ASSERT_TRUE(RunUntil([&] { return ::GetTickCount() - shown > KeyGuard::quietTime + 50; }));
     PressKey(Find("txtOne"), 'X');
     EXPECT_NE(box.Text(), u"");
+}
+
+TEST_F(FormPeer, FormTakesTheResolutionOfTheScreenItMovesTo) {
+    auto& label = Make<Label>(u"lblOne");
+    auto& grid = Make<Grid>(u"grdOne");
+    auto& tabs = Make<TabStrip>(u"tabOne");
+    tabs.Tabs({u"one", u"two"});
+    Place(label);
+    Place(tabs, 150, 600, 3000, 1200);
+    Place(grid, 150, 2000, 3000, 1200);
+    Show();
+    const int before = fonts.DotsPerInch();
+    const int twice = 2 * before;
+    const auto sizeOf = [](HWND window) {
+        RECT place{};
+        ::GetWindowRect(window, &place);
+        return SIZE{place.right - place.left, place.bottom - place.top};
+    };
+    const auto letters = [](HWND window) {
+        LOGFONTA font{};
+        ::GetObjectA(reinterpret_cast<HFONT>(Send(window, WM_GETFONT)), sizeof(font), &font);
+        return font.lfHeight;
+    };
+    const SIZE window = sizeOf(FormHandle());
+    const LONG height = letters(Find("lblOne"));
+    const int clientWidth = form.ClientWidth();
+    const int headerHeight = tabs.HeaderHeight();
+    RECT wanted{20, 30, 20 + 2 * window.cx, 30 + 2 * window.cy};
+    constexpr UINT dpiChanged = 0x02E0;
+    Send(FormHandle(), dpiChanged, MAKEWPARAM(twice, twice), reinterpret_cast<LPARAM>(&wanted));
+    EXPECT_EQ(fonts.DotsPerInch(), twice);
+    EXPECT_EQ(sizeOf(FormHandle()).cx, 2 * window.cx);
+    EXPECT_EQ(sizeOf(FormHandle()).cy, 2 * window.cy);
+    EXPECT_EQ(letters(Find("lblOne")), 2 * height);
+    EXPECT_EQ(letters(Find("tabOne")), 2 * height);
+    EXPECT_EQ(sizeOf(Find("lblOne")).cx, fonts.Pixels(3000));
+    EXPECT_EQ(sizeOf(Find("grdOne")).cy, fonts.Pixels(1200));
+    EXPECT_NEAR(form.ClientWidth(), clientWidth, 150) << "in inches the form is as large as before";
+    EXPECT_NEAR(tabs.HeaderHeight(), headerHeight, 60);
+    EXPECT_EQ(form.fontChanges, 1);
+    int imageWidth = 0;
+    int imageHeight = 0;
+    const auto images = reinterpret_cast<HIMAGELIST>(Send(Find("grdOne"), LVM_GETIMAGELIST, LVSIL_SMALL));
+    ::ImageList_GetIconSize(images, &imageWidth, &imageHeight);
+    EXPECT_EQ(imageWidth, 2 * ::GetSystemMetrics(SM_CXSMICON));
 }
 
 TEST_F(FormPeer, TopMostFormStaysAboveOthers) {

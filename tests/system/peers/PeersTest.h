@@ -35,6 +35,7 @@ class TestForm : public Form {
     std::function<void(int, double)> onMouseMove;
     int taskbars = 0;
     int resizes = 0;
+    int fontChanges = 0;
 
   protected:
     bool OnQueryUnload(CloseReason reason) override {
@@ -42,6 +43,7 @@ class TestForm : public Form {
         return false;
     }
     void OnResize() override { ++resizes; }
+    void OnFontsChanged() override { ++fontChanges; }
     void OnMouseMove(int button, double x, double /*y*/) override {
         if (onMouseMove) {
             onMouseMove(button, x);

@@ -83,6 +83,18 @@ TEST_F(AccountDialogLayoutTest, IsGoodWithLargeLetters) {
     ExpectGoodAtEverySize();
 }
 
+TEST_F(AccountDialogLayoutTest, IsGoodAfterTheLettersHaveBecomeLarger) {
+    BeAWindow();
+    Offer(1);
+    platform.textMeasure.characterWidth = 120;
+    platform.textMeasure.boldCharacterWidth = 135;
+    platform.textMeasure.lineHeight = 250;
+    platform.textMeasure.boldLineHeight = 260;
+    Dialog().HandleFontsChanged();
+    PressCancel();
+    ExpectGoodAtEverySize();
+}
+
 TEST_F(AccountDialogLayoutTest, IsGoodWithSmallLetters) {
     platform.textMeasure.characterWidth = 60;
     platform.textMeasure.boldCharacterWidth = 70;

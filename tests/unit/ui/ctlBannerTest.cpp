@@ -57,6 +57,17 @@ TEST_F(BannerTest, HasItsDefaults) {
     EXPECT_TRUE(banner.lblTitle.Transparent());
 }
 
+TEST_F(BannerTest, MeasuresItsRowsAnewWhenTextsAreOfAnotherSize) {
+    const int before = banner.Position().height;
+    platform.textMeasure.lineHeight += 60;
+    platform.textMeasure.boldLineHeight += 75;
+    banner.Measure();
+    EXPECT_EQ(banner.Position().height, before + 135);
+    EXPECT_EQ(banner.lblTitle.Position().height, platform.textMeasure.boldLineHeight);
+    EXPECT_GE(banner.lblDescription.Position().top, banner.lblTitle.Position().Bottom());
+    EXPECT_EQ(banner.Line2.Position().width, width);
+}
+
 TEST_F(BannerTest, APropertyReachesWhatItAppliesToAtOnce) {
     banner.Title(u"T & T");
     banner.Description(u"D");
