@@ -20,6 +20,8 @@ namespace {
 const std::u16string path = u"C:\\Korvanta\\Korvanta.tam";
 const std::u16string section = u"TLXActTrkClient";
 
+constexpr char16_t notAnEntry = u'\u0002';
+
 using Texts = std::map<std::u16string, std::u16string>;
 using Blocks = std::map<std::pair<std::u16string, std::u16string>, Texts>;
 
@@ -73,14 +75,20 @@ std::vector<std::u16string> WholeLines(const std::u16string& text) {
         }
         line = Bare(line);
         if (goesOn) {
-            lines.back().pop_back();
-            lines.back() += line;
+            std::u16string& whole = lines.back();
+            whole.pop_back();
+            whole += line;
+            if (whole.starts_with(u';') || whole.starts_with(u'[')) {
+                whole.insert(whole.begin(), notAnEntry);
+            }
         } else {
             lines.push_back(line);
         }
         // Comments and headers are one line each.
         goesOn = (goesOn || !(line.starts_with(u';') || line.starts_with(u'['))) && EndsWithOddMarks(line);
     }
+    // What begins otherwise and goes on with what looks like a comment or a header is neither.
+    std::erase_if(lines, [](const std::u16string& line) { return line.starts_with(notAnEntry); });
     return lines;
 }
 
