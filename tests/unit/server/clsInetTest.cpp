@@ -48,6 +48,21 @@ TEST_F(Inet, EveryReadIsToldAndMessagesRunTwiceForEach) {
     EXPECT_EQ(messages.pendingRuns, 6);
 }
 
+TEST_F(Inet, AnotherFetchInTheMiddleOfOneLeavesBothTheirBodies) {
+    const std::string outer(5000, 'o');
+    internet.Put(url, outer);
+    internet.Put(u"http://SRV/other", std::string(3000, 'i'));
+    int nested = 0;
+    inet.BufferRead.Connect([&](std::int32_t, std::int32_t) {
+        if (nested++ == 1) {
+            EXPECT_EQ(inet.GetURLSource(u"http://SRV/other", path), std::string(3000, 'i'));
+        }
+    });
+    EXPECT_EQ(inet.GetURLSource(url, path), outer);
+    EXPECT_GT(nested, 2);
+    EXPECT_EQ(files.ReadBytes(path), outer) << "each is written whole, after its last event";
+}
+
 TEST_F(Inet, AUrlThatCannotBeOpenedIsOneEmptyReadAndAnEmptyFile) {
     internet.Down(u"SRV");
     int reads = 0;

@@ -53,6 +53,11 @@ class Commands(FolderTest):
         self.assertEqual(list(read_lines(self.path("PRINTSRV1", "TLXData$", "ClientSet.txt"))),
                          ["2", "2", "1", "77", "77", "77", "77", "77", "77", "-1", "", "Bitte ausfüllen", ""])
 
+    def test_every_server_has_the_settings_by_which_it_counts_as_healthy_over_http(self):
+        self.assertEqual(self.run_command("publish", "--job-detection-method", "http")[0], 0)
+        for server in ("PRINTSRV1", "PRINTSRV2"):
+            self.assertEqual(list(read_lines(self.path(server, "TLXData$", "ClientSet.txt")))[:2], ["0", "2"])
+
     def test_settings_have_thirteen_lines_and_refuse_nonsense(self):
         self.assertEqual(len(client_settings({})), 13)
         for name, value in (("file-polling-interval", "soon"), ("client-popup-on-top", "maybe"),
