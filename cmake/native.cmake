@@ -7,11 +7,19 @@ add_library(korvanta_fakes STATIC ${fake_sources})
 target_include_directories(korvanta_fakes PUBLIC tests)
 target_link_libraries(korvanta_fakes PUBLIC korvanta_portable GTest::gmock)
 
+# Prints the texts of the program for translators.
+add_executable(catalogue tools/catalogue/catalogue.cpp)
+target_link_libraries(catalogue PRIVATE korvanta_fakes)
+korvanta_catalogue(${CMAKE_BINARY_DIR}/Korvanta.tam)
+set_source_files_properties(tests/unit/app/catalogue_test.cpp tests/unit/app/layout_test.cpp
+                            PROPERTIES COMPILE_DEFINITIONS KORVANTA_CATALOGUE="${CMAKE_BINARY_DIR}/Korvanta.tam")
+
 foreach(room controls common server detection ui app)
   file(GLOB test_sources CONFIGURE_DEPENDS tests/unit/${room}/*.cpp)
   if(test_sources)
     add_executable(unit_${room} ${test_sources})
     target_link_libraries(unit_${room} PRIVATE korvanta_fakes GTest::gmock_main)
+    add_dependencies(unit_${room} catalogue_file)
     # The headers that every test reads are compiled once.
     if(headers_from)
       target_precompile_headers(unit_${room} REUSE_FROM ${headers_from})

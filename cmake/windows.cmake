@@ -24,7 +24,10 @@ target_link_libraries(KorvantaClient PRIVATE korvanta_win32)
 target_link_options(KorvantaClient PRIVATE -static -Wl,--gc-sections -Wl,--tsaware -Wl,--no-insert-timestamp)
 set_target_properties(KorvantaClient PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
-# dist/ has what is installed: the program without its debug data.
+korvanta_catalogue(${CMAKE_SOURCE_DIR}/dist/KorvantaClient/Korvanta.tam)
+add_dependencies(KorvantaClient catalogue_file)
+
+# dist/ has what is installed: the program without its debug data, and the catalogue.
 add_custom_command(
   TARGET KorvantaClient POST_BUILD
   COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_SOURCE_DIR}/dist/KorvantaClient

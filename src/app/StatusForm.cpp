@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <numeric>
 
-#include "app/TaskResults.h"
-
 namespace korvanta {
 
 namespace {
@@ -12,7 +10,8 @@ constexpr int margin = 180;
 constexpr int gap = 120;
 constexpr int smallGap = 45;
 constexpr int slack = 60;
-constexpr int buttonWidth = 1260;
+constexpr int smallestButton = 1260;
+constexpr int buttonRoom = 300;  // around its caption
 constexpr int columnGap = 120;
 const char16_t* const longDate = u"00.00.0000 00:00:00 AM";
 constexpr int smallestWidth = 8400;
@@ -61,13 +60,6 @@ void StatusForm::SetCaptions() {
     lblFullRefresh.Caption(u"Full refresh");
     lblPrinterListScan.Caption(u"Printer list scan");
     lblServerHealthTest.Caption(u"Server health test");
-    lblLoggingQuestion.Caption(u"This will turn on logging. Only do this for debugging purposes.");
-    lblAdvancedQuestion.Caption(
-        u"This will show you the advanced display. Only do this for debugging purposes. Press cancel otherwise.");
-    lblCloseTitle.Caption(u"Close Korvanta?");
-    lblCloseQuestion.Caption(
-        u"Closing Korvanta will mean that you will not be able to print documents to monitored printers. Are you sure "
-        u"you want to close the application?");
     mnuPopop.Caption(u"Popup Menu");
     mnuLogging.Caption(u"Turn on logging");
     mnuAdvanced.Caption(u"Advanced status");
@@ -75,9 +67,6 @@ void StatusForm::SetCaptions() {
         label->Bold(true);
     }
     lblActivity.AccessKey(false);
-    for (Label* label : {&lblLoggingQuestion, &lblAdvancedQuestion, &lblCloseTitle, &lblCloseQuestion}) {
-        label->Visible(false);
-    }
 }
 
 void StatusForm::AddControls() {
@@ -106,10 +95,7 @@ void StatusForm::AddControls() {
                                                             &lblServerHealthTestPerformed,
                                                             &lblServerHealthTestResult,
                                                             &lblServerHealthTestDue,
-                                                            &lblLoggingQuestion,
-                                                            &lblAdvancedQuestion,
-                                                            &lblCloseTitle,
-                                                            &lblCloseQuestion,
+                                                            &texts,
                                                             &mnuPopop,
                                                             &tmrActivity}) {
         Add(*control);
@@ -120,22 +106,25 @@ void StatusForm::AddControls() {
 
 // Of the advanced display's columns: each holds its captions and whatever it may come to show.
 std::array<int, StatusForm::columns> StatusForm::ColumnWidths() const {
-    const auto room = [this](std::initializer_list<const Label*> labels, std::initializer_list<const char16_t*> texts) {
+    const auto room = [this](std::initializer_list<const Label*> labels) {
         int width = 0;
         for (const Label* label : labels) {
             width = std::max(width, textMeasure_.Width(label->Caption(), label->Bold()));
         }
-        for (const char16_t* text : texts) {
-            width = std::max(width, textMeasure_.Width(text, false));
-        }
         return width + slack + columnGap;
     };
-    return {room({&lblTask, &lblFullRefresh, &lblPrinterListScan, &lblServerHealthTest}, {}),
-            room({&lblPerformed}, {longDate}),
-            room({&lblResult}, {taskResult::refreshExecuting, taskResult::refreshCompleted, taskResult::executing,
-                                taskResult::listChanged, taskResult::listUnchanged, taskResult::serversValid,
-                                taskResult::serversInvalid}),
-            room({&lblDue}, {longDate})};
+    const int dates = textMeasure_.Width(longDate, false) + slack + columnGap;
+    return {room({&lblTask, &lblFullRefresh, &lblPrinterListScan, &lblServerHealthTest}),
+            std::max(room({&lblPerformed}), dates),
+            room({&lblResult, &texts.lblRefreshExecuting, &texts.lblRefreshCompleted, &texts.lblExecuting,
+                  &texts.lblPrinterListChanged, &texts.lblPrinterListUnchanged, &texts.lblServersValid,
+                  &texts.lblServersInvalid}),
+            std::max(room({&lblDue}), dates)};
+}
+
+int StatusForm::ButtonWidth() const {
+    return std::max({smallestButton, textMeasure_.Width(cmdRefresh.Caption(), false) + buttonRoom,
+                     textMeasure_.Width(cmdClose.Caption(), false) + buttonRoom});
 }
 
 int StatusForm::NormalWidth() const {
@@ -164,6 +153,7 @@ void StatusForm::OnResize() {
     top += listHeight + gap;
     lblActivity.Move({margin, top, right - margin, line_});
     top += line_ + gap;
+    const int buttonWidth = ButtonWidth();
     cmdClose.Move({right - buttonWidth, top, buttonWidth, field_});
     cmdRefresh.Move({right - 2 * buttonWidth - gap, top, buttonWidth, field_});
     top += field_ + gap;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 
+#include "app/StatusTexts.h"
 #include "controls/Form.h"
 #include "platform/TextMeasure.h"
 #include "ui/HLine.h"
@@ -46,11 +47,7 @@ class StatusForm : public Form {
     Label lblServerHealthTestResult{u"lblServerHealthTestResult"};
     Label lblServerHealthTestDue{u"lblServerHealthTestDue"};
 
-    // Texts of this form's message boxes, as captions so that they are translated.
-    Label lblLoggingQuestion{u"lblLoggingQuestion"};
-    Label lblAdvancedQuestion{u"lblAdvancedQuestion"};
-    Label lblCloseTitle{u"lblCloseTitle"};
-    Label lblCloseQuestion{u"lblCloseQuestion"};
+    StatusTexts texts;
 
     PopupMenu mnuPopop{u"mnuPopop"};
     MenuEntry mnuLogging{u"mnuLogging"};
@@ -68,6 +65,7 @@ class StatusForm : public Form {
     void AddControls();
     static constexpr std::size_t columns = 4;
     std::array<int, columns> ColumnWidths() const;
+    int ButtonWidth() const;
     int NormalWidth() const;
     int NormalHeight() const;
 

@@ -13,7 +13,6 @@ namespace korvanta {
 
 namespace {
 
-const char16_t* const applicationTitle = u"Korvanta Costbridge Client";
 const char16_t* const translationSection = u"TLXActTrkClient";
 constexpr std::int32_t interfaceTypeFile = 0;
 constexpr std::int32_t interfaceTypeHTTP = 1;
@@ -65,8 +64,9 @@ bool basKorvanta::StartUp() {
         return false;
     }
     marker_ = u"Main:5";
-    serverInterfaces_ = std::make_unique<clsServerInterfaces>(
-        platform_.files, platform_.internet, platform_.messageLoop, platform_.messageBoxes, log_, FileUserName());
+    serverInterfaces_ =
+        std::make_unique<clsServerInterfaces>(platform_.files, platform_.internet, platform_.messageLoop,
+                                              platform_.messageBoxes, messages_, log_, FileUserName());
     marker_ = u"Main:6";
     if (!ObtainPrimaryServer()) {
         return false;
@@ -128,7 +128,7 @@ bool basKorvanta::ObtainPrimaryServer() {
 }
 
 bool basKorvanta::AskForPrimaryServer() {
-    frmPrimaryServer dialog(platform_, log_, translator_, registrySettings_, messages_, information_, applicationTitle);
+    frmPrimaryServer dialog(platform_, log_, translator_, registrySettings_, messages_, information_);
     dialog.Load(peers_);
     CenterForm(dialog, platform_.screen);
     dialog.ShowModal();
@@ -253,11 +253,10 @@ void basKorvanta::LoadForm(Form& form) {
 }
 
 void basKorvanta::ShowUnexpectedError(const Error& error) {
-    platform_.messageBoxes.Show(
-        std::u16string(u"An unexpected error has occurred. Please report the following message to ") + supportAddress +
-            u":" + u"\r\n\r\n" + u"Error " + NumberText(error.Number()) + u" (" + error.Description() + u"/" +
-            error.Source() + u") at point " + marker_,
-        applicationTitle, MessageButtons::OK, MessageIcon::None);
+    const std::u16string text =
+        FillIn(messages_.Text(u"lblUnexpectedError"),
+               {supportAddress, NumberText(error.Number()), error.Description(), error.Source(), marker_});
+    platform_.messageBoxes.Show(text, messages_.Text(u"lblApplicationTitle"), MessageButtons::OK, MessageIcon::None);
 }
 
 std::u16string basKorvanta::FileUserName() {

@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "app/TaskResults.h"
 #include "app/basGUIAPI.h"
 #include "common/Conversion.h"
 #include "common/Guarded.h"
@@ -23,17 +22,6 @@ constexpr std::int32_t methodFile = 0;
 constexpr std::int32_t methodPrinter = 1;
 // A clock that falls behind by more than this was set back; timers alone jitter less.
 constexpr std::int64_t clockSetBack = 5'000;
-
-const char16_t* MethodCaption(std::int32_t method) {
-    switch (method) {
-        case methodFile:
-            return u"File monitoring";
-        case methodPrinter:
-            return u"Printer monitoring";
-        default:
-            return u"HTTP monitoring";
-    }
-}
 
 // Marks a task as running while it lives; `Entered` is false when it was running already.
 class Running {
@@ -125,9 +113,20 @@ void frmMain::SelectDetectionObject() {
     }
     const std::shared_ptr<IJobDetectionObject> detector = services_.makeDetector(method);
     detector_ = detector;
-    lblJobDetectionMethod.Caption(MethodCaption(method));
+    lblJobDetectionMethod.Caption(MethodText(method));
     currentDetectionMethod_ = method;
     detector->Start(*this);
+}
+
+const std::u16string& frmMain::MethodText(std::int32_t method) const {
+    switch (method) {
+        case methodFile:
+            return texts.lblFileMonitoring.Caption();
+        case methodPrinter:
+            return texts.lblPrinterMonitoring.Caption();
+        default:
+            return texts.lblHTTPMonitoring.Caption();
+    }
 }
 
 void frmMain::Start() {
@@ -202,20 +201,20 @@ void frmMain::ActivityTick() {
 void frmMain::RunDueTask(DateTime now) {
     if (now > fullRefreshDue_ && !refreshing_) {
         const Running running(refreshing_);
-        ShowActivity(u" Full refresh executing.");
+        ShowActivity(texts.lblFullRefreshActivity.Caption());
         FullRefresh();
     } else if (now > printerListScanDue_ && !scanning_) {
         const Running running(scanning_);
-        ShowActivity(u" Scanning printer list.");
+        ShowActivity(texts.lblPrinterListScanActivity.Caption());
         PrinterListScan();
     } else if (now > serverHealthTestDue_ && !testing_) {
         const Running running(testing_);
-        ShowActivity(u" Testing server health.");
+        ShowActivity(texts.lblServerHealthTestActivity.Caption());
         ServerHealthTest();
     } else {
         const Running running(ticking_);
         if (running.Entered()) {
-            ShowActivity(u" Idle.");
+            ShowActivity(texts.lblIdleActivity.Caption());
             const std::shared_ptr<IJobDetectionObject> detector = detector_;
             detector->MonitorClockTick();
         }
@@ -225,7 +224,7 @@ void frmMain::RunDueTask(DateTime now) {
 void frmMain::FullRefresh() {
     Pointer(MousePointer::Hourglass);
     lblFullRefreshPerformed.Caption(NowText());
-    lblFullRefreshResult.Caption(taskResult::refreshExecuting);
+    lblFullRefreshResult.Caption(texts.lblRefreshExecuting.Caption());
     ScheduleFullRefresh();
     LetMessagesRun();
     services_.loadClientSettings();
@@ -236,45 +235,45 @@ void frmMain::FullRefresh() {
     LetMessagesRun();
     const std::shared_ptr<IJobDetectionObject> detector = detector_;
     detector->FullRefresh();
-    lblFullRefreshResult.Caption(taskResult::refreshCompleted);
+    lblFullRefreshResult.Caption(texts.lblRefreshCompleted.Caption());
     LetMessagesRun();
     Pointer(MousePointer::Default);
 }
 
 void frmMain::PrinterListScan() {
     lblPrinterListScanPerformed.Caption(NowText());
-    lblPrinterListScanResult.Caption(taskResult::executing);
+    lblPrinterListScanResult.Caption(texts.lblExecuting.Caption());
     SchedulePrinterListScan();
     LetMessagesRun();
     services_.printersMonitored.RefreshPrinterLists();
     if (services_.printersMonitored.PrinterListChanged()) {
-        lblPrinterListScanResult.Caption(taskResult::listChanged);
+        lblPrinterListScanResult.Caption(texts.lblPrinterListChanged.Caption());
         LetMessagesRun();
         lvwPrinters.Clear();
         const std::shared_ptr<IJobDetectionObject> detector = detector_;
         detector->PrinterListChanged();
     } else {
-        lblPrinterListScanResult.Caption(taskResult::listUnchanged);
+        lblPrinterListScanResult.Caption(texts.lblPrinterListUnchanged.Caption());
     }
     LetMessagesRun();
 }
 
 void frmMain::ServerHealthTest() {
     lblServerHealthTestPerformed.Caption(NowText());
-    lblServerHealthTestResult.Caption(taskResult::executing);
+    lblServerHealthTestResult.Caption(texts.lblExecuting.Caption());
     ScheduleServerHealthTest();
     LetMessagesRun();
     const std::shared_ptr<IJobDetectionObject> detector = detector_;
     if (detector->TestServerHealth()) {
-        lblServerHealthTestResult.Caption(taskResult::serversValid);
+        lblServerHealthTestResult.Caption(texts.lblServersValid.Caption());
     } else {
-        lblServerHealthTestResult.Caption(taskResult::serversInvalid);
+        lblServerHealthTestResult.Caption(texts.lblServersInvalid.Caption());
         ScheduleFullRefreshNow();
     }
 }
 
 void frmMain::ShowActivity(const std::u16string& text) {
-    lblActivity.Caption(NowText() + text);
+    lblActivity.Caption(NowText() + u" " + text);
     LetMessagesRun();
 }
 
@@ -296,11 +295,11 @@ void frmMain::IJobDetectionEventSink_FoundNewJob(const std::shared_ptr<clsJobInf
 }
 
 void frmMain::IJobDetectionEventSink_Activity(const std::u16string& strActivity) {
-    ShowActivity(u" " + strActivity);
+    ShowActivity(texts.Activity(strActivity));
 }
 
 void frmMain::TurnOnLogging() {
-    if (services_.platform.messageBoxes.Show(lblLoggingQuestion.Caption(), Caption(), MessageButtons::OKCancel,
+    if (services_.platform.messageBoxes.Show(texts.lblLoggingQuestion.Caption(), Caption(), MessageButtons::OKCancel,
                                              MessageIcon::None) == MessageAnswer::OK) {
         services_.log.LoggingEnabled(true);
         for (const std::u16string& problem : services_.translator.Problems()) {
@@ -310,7 +309,7 @@ void frmMain::TurnOnLogging() {
 }
 
 void frmMain::ShowAdvancedStatus() {
-    if (services_.platform.messageBoxes.Show(lblAdvancedQuestion.Caption(), Caption(), MessageButtons::OKCancel,
+    if (services_.platform.messageBoxes.Show(texts.lblAdvancedQuestion.Caption(), Caption(), MessageButtons::OKCancel,
                                              MessageIcon::None) == MessageAnswer::OK) {
         Place place = Position();
         place.height = advancedHeight;
@@ -355,7 +354,7 @@ bool frmMain::OnQueryUnload(CloseReason reason) {
 bool frmMain::ConfirmClose() {
     const Running running(confirming_);
     return running.Entered() &&
-           services_.platform.messageBoxes.Show(lblCloseQuestion.Caption(), lblCloseTitle.Caption(),
+           services_.platform.messageBoxes.Show(texts.lblCloseQuestion.Caption(), texts.lblCloseTitle.Caption(),
                                                 MessageButtons::YesNo, MessageIcon::None) == MessageAnswer::Yes;
 }
 

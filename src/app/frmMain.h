@@ -7,6 +7,7 @@
 
 #include "app/StatusForm.h"
 #include "app/basLog.h"
+#include "common/MessageTexts.h"
 #include "common/Translator.h"
 #include "detection/IJobDetectionEventSink.h"
 #include "detection/IJobDetectionObject.h"
@@ -14,7 +15,6 @@
 #include "detection/clsPrintersMonitored.h"
 #include "platform/Platform.h"
 #include "server/clsClientSettings.h"
-#include "ui/MessageTexts.h"
 #include "ui/frmAccountNumber.h"
 
 namespace korvanta {
@@ -76,6 +76,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     void AddTrayIcon();
     void RemoveTrayIcon();
     void SelectDetectionObject();
+    const std::u16string& MethodText(std::int32_t method) const;
     void ScheduleFullRefresh();
     void ScheduleServerDownFullRefresh();
     void ScheduleFullRefreshNow();

@@ -1,14 +1,14 @@
 #include "app/frmMessages.h"
 
 #include "common/Deployment.h"
+#include "common/Text.h"
 
 namespace korvanta {
 
 frmMessages::frmMessages(Translator& translator) : Form(u"frmMessages"), translator_(translator) {
     Caption(u"Messages for translation purposes");
     lblInternalErrorServerName.Caption(
-        std::u16string(u"Internal error - unable to determine server name for printer. Report this to ") +
-        supportAddress);
+        u"Internal error - unable to determine server name for printer. Report this to %1");
     lblClientAlreadyRunning.Caption(u"The Korvanta Costbridge Client is already running.");
     lblAccountNotBillable.Caption(u"The selected account is not active (billable). Please select an active account.");
     lblNotificationError.Caption(
@@ -36,10 +36,16 @@ frmMessages::frmMessages(Translator& translator) : Form(u"frmMessages"), transla
         u"monitored printers until this problem is rectified. Please contact your system administrator for help.");
     lblMessageBoxTitle.Caption(u"Korvanta Client - Account Tracking");
     lblEnterPrimaryServer.Caption(u"Please enter the name of the Primary Korvanta server.");
-    for (Label* label : {&lblInternalErrorServerName, &lblClientAlreadyRunning, &lblAccountNotBillable,
-                         &lblNotificationError, &lblSelectAccount, &lblAccountListError, &lblNotificationCreationError,
-                         &lblJobCancelSuccess, &lblJobCancelError, &lblPrimaryServerError, &lblPrimaryServerUnknown,
-                         &lblMessageBoxTitle, &lblEnterPrimaryServer}) {
+    lblApplicationTitle.Caption(u"Korvanta Costbridge Client");
+    lblUnexpectedError.Caption(
+        u"An unexpected error has occurred. Please report the following message to %1:\r\n\r\nError %2 (%3/%4) at "
+        u"point %5");
+    lblDownloadError.Caption(u"GetURLSource: err#%1  %2");
+    for (Label* label :
+         {&lblInternalErrorServerName, &lblClientAlreadyRunning, &lblAccountNotBillable, &lblNotificationError,
+          &lblSelectAccount, &lblAccountListError, &lblNotificationCreationError, &lblJobCancelSuccess,
+          &lblJobCancelError, &lblPrimaryServerError, &lblPrimaryServerUnknown, &lblMessageBoxTitle,
+          &lblEnterPrimaryServer, &lblApplicationTitle, &lblUnexpectedError, &lblDownloadError}) {
         Add(*label);
     }
 }
@@ -52,6 +58,7 @@ std::u16string frmMessages::Text(std::u16string_view labelName) {
 
 void frmMessages::OnTranslate() {
     translator_.Translate(*this);
+    lblInternalErrorServerName.Caption(FillIn(lblInternalErrorServerName.Caption(), {supportAddress}));
 }
 
 }  // namespace korvanta

@@ -2,9 +2,9 @@
 
 #include <string_view>
 
+#include "common/MessageTexts.h"
 #include "common/Translator.h"
 #include "controls/Form.h"
-#include "ui/MessageTexts.h"
 
 namespace korvanta {
 
@@ -29,6 +29,12 @@ class frmMessages : public Form, public MessageTexts {
     Label lblPrimaryServerUnknown{u"lblPrimaryServerUnknown"};
     Label lblMessageBoxTitle{u"lblMessageBoxTitle"};
     Label lblEnterPrimaryServer{u"lblEnterPrimaryServer"};
+    // Boxes that have no other title have this one.
+    Label lblApplicationTitle{u"lblApplicationTitle"};
+    // With places for values (see FillIn): the support address, number, description, source and point of the error.
+    Label lblUnexpectedError{u"lblUnexpectedError"};
+    // Number and description of the error.
+    Label lblDownloadError{u"lblDownloadError"};
 
   protected:
     void OnTranslate() override;

@@ -11,13 +11,14 @@ namespace korvanta {
 namespace {
 constexpr int margin = 180;
 constexpr int gap = 120;
-constexpr int buttonWidth = 1260;
+constexpr int smallestButton = 1260;
+constexpr int buttonRoom = 300;  // around its caption
 constexpr int smallestWidth = 7200;
 }  // namespace
 
 frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator& translator,
                                    clsRegSettings& registrySettings, MessageTexts& messages,
-                                   SystemInformation& systemInformation, std::u16string applicationTitle)
+                                   SystemInformation& systemInformation)
     : Form(u"frmPrimaryServer"),
       ctlBanner1(u"ctlBanner1",
                  {platform.files, platform.codePage, platform.shell, platform.textMeasure, registrySettings}),
@@ -25,8 +26,7 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator
       log_(log),
       translator_(translator),
       messages_(messages),
-      systemInformation_(systemInformation),
-      applicationTitle_(std::move(applicationTitle)) {
+      systemInformation_(systemInformation) {
     Border(BorderStyle::FixedDialog);
     Caption(u"Korvanta - Primary Server");
     ctlBanner1.Title(u"Primary server");
@@ -64,6 +64,11 @@ int frmPrimaryServer::ExplanationHeight(int clientWidth) const {
     return lines * (platform_.textMeasure.LineHeight(false) + 30);
 }
 
+int frmPrimaryServer::ButtonWidth() const {
+    return std::max({smallestButton, platform_.textMeasure.Width(OKButton.Caption(), false) + buttonRoom,
+                     platform_.textMeasure.Width(CancelButton.Caption(), false) + buttonRoom});
+}
+
 void frmPrimaryServer::OnTranslate() {
     translator_.Translate(*this);
     ChooseSize();
@@ -96,6 +101,7 @@ void frmPrimaryServer::PlaceControls() {
     const int boxLeft = margin + captionWidth + gap;
     txtServer.Move({boxLeft, top, right - boxLeft, field});
 
+    const int buttonWidth = ButtonWidth();
     const int buttonTop = ClientHeight() - margin - field;
     CancelButton.Move({right - buttonWidth, buttonTop, buttonWidth, field});
     OKButton.Move({right - 2 * buttonWidth - gap, buttonTop, buttonWidth, field});
@@ -118,8 +124,8 @@ bool frmPrimaryServer::OnQueryUnload(CloseReason reason) {
 void frmPrimaryServer::OK() {
     const std::u16string server = txtServer.Text();
     if (Trim(server).empty()) {
-        platform_.messageBoxes.Show(messages_.Text(u"lblEnterPrimaryServer"), applicationTitle_, MessageButtons::OK,
-                                    MessageIcon::None);
+        platform_.messageBoxes.Show(messages_.Text(u"lblEnterPrimaryServer"), messages_.Text(u"lblApplicationTitle"),
+                                    MessageButtons::OK, MessageIcon::None);
         return;
     }
     if (!platform_.files.FolderExists(u"\\\\" + server + u"\\" + u"TLXData$")) {

@@ -2,12 +2,12 @@
 
 #include <string>
 
+#include "common/MessageTexts.h"
 #include "common/Services.h"
 #include "common/Translator.h"
 #include "controls/Form.h"
 #include "platform/Platform.h"
 #include "ui/HLine.h"
-#include "ui/MessageTexts.h"
 #include "ui/ctlBanner.h"
 
 namespace korvanta {
@@ -15,9 +15,8 @@ namespace korvanta {
 // Asks for the name of the primary server and accepts one whose shares are as the client needs them.
 class frmPrimaryServer : public Form {
   public:
-    // `applicationTitle` is the default title of message boxes.
     frmPrimaryServer(Platform& platform, TraceLog& log, Translator& translator, clsRegSettings& registrySettings,
-                     MessageTexts& messages, SystemInformation& systemInformation, std::u16string applicationTitle);
+                     MessageTexts& messages, SystemInformation& systemInformation);
 
     // Whether OK has succeeded.
     bool Accepted() const { return accepted_; }
@@ -40,6 +39,7 @@ class frmPrimaryServer : public Form {
 
   private:
     void ChooseSize();
+    int ButtonWidth() const;
     int ExplanationHeight(int clientWidth) const;
     void PlaceControls();
     void OK();
@@ -52,7 +52,6 @@ class frmPrimaryServer : public Form {
     Translator& translator_;
     MessageTexts& messages_;
     SystemInformation& systemInformation_;
-    std::u16string applicationTitle_;
     bool accepted_ = false;
 };
 

@@ -154,6 +154,22 @@ std::vector<std::u16string> Split(std::u16string_view text, std::u16string_view 
     return pieces;
 }
 
+std::u16string FillIn(std::u16string_view text, const std::vector<std::u16string>& values) {
+    std::u16string filled;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        // What is below "1" wraps round and is beyond every value.
+        const std::size_t value =
+            text[i] == u'%' && i + 1 < text.size() ? std::size_t{text[i + 1]} - u'1' : values.size();
+        if (value < values.size() && value < 9) {
+            filled += values[value];
+            ++i;
+        } else {
+            filled += text[i];
+        }
+    }
+    return filled;
+}
+
 std::u16string Join(const std::vector<std::u16string>& pieces, std::u16string_view separator) {
     std::u16string result;
     for (std::size_t i = 0; i < pieces.size(); ++i) {

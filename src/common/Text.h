@@ -28,6 +28,9 @@ std::u16string Replace(std::u16string_view text, std::u16string_view what, std::
 // The pieces between separators, empty ones included; the empty text has no pieces at all. An empty separator does not
 // separate.
 std::vector<std::u16string> Split(std::u16string_view text, std::u16string_view separator);
+// The text with "%1" replaced by the first value, "%2" by the second, and so on up to "%9"; where there is no such
+// value it stays.
+std::u16string FillIn(std::u16string_view text, const std::vector<std::u16string>& values);
 std::u16string Join(const std::vector<std::u16string>& pieces, std::u16string_view separator);
 
 // Decimal, with a minus sign where needed.

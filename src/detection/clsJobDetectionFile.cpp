@@ -5,6 +5,7 @@
 #include "common/Conversion.h"
 #include "common/Error.h"
 #include "common/Text.h"
+#include "detection/Activities.h"
 #include "detection/clsPrintersMonitored.h"
 #include "server/basJobNotificationFile.h"
 #include "server/clsClientSettings.h"
@@ -87,7 +88,7 @@ void clsJobDetectionFile::IJobDetectionObject_MonitorClockTick() {
     }
     operations_.Run([this] {
         tickCount_ = 1;
-        eventSink_->Activity(u"Polling servers");
+        eventSink_->Activity(activity::pollingServers);
         if (pollPhase_ >= 2) {
             pollPhase_ = 0;
             GetServerCounters();

@@ -6,6 +6,7 @@
 
 #include "common/Error.h"
 #include "common/Text.h"
+#include "detection/Activities.h"
 #include "detection/clsJobInfo.h"
 #include "detection/clsPrintersMonitored.h"
 #include "server/clsClientSettings.h"
@@ -80,7 +81,7 @@ void clsJobDetectionPrinter::IJobDetectionObject_MonitorClockTick() {
         if (systemInformation_.IsWindowsNT()) {
             operations_.Run([this] { ServeSignalledPrinters(); });
         } else if (pollTickCount_ < clientSettings_.PrinterPollingInterval()) {
-            eventSink_->Activity(u"Idle");
+            eventSink_->Activity(activity::idle);
             ++pollTickCount_;
         } else {
             operations_.Run([this] { PollPrinters(); });
@@ -196,7 +197,7 @@ clsJobDetectionPrinter::Jobs clsJobDetectionPrinter::EnumerateAllJobs(const Prin
 
 // Windows 95/98/Me.
 void clsJobDetectionPrinter::PollPrinters() {
-    eventSink_->Activity(u"Polling printers");
+    eventSink_->Activity(activity::pollingPrinters);
     pollTickCount_ = 0;
     for (const Printer& printer : std::vector<Printer>(printers_)) {
         messageLoop_.RunPending();
@@ -206,7 +207,7 @@ void clsJobDetectionPrinter::PollPrinters() {
 
 // The Windows NT family. Messages run between two signals, and may ask for the printers to be looked up anew.
 void clsJobDetectionPrinter::ServeSignalledPrinters() {
-    eventSink_->Activity(u"Checking for new jobs");
+    eventSink_->Activity(activity::checkingForJobs);
     for (int signals = 0; signals < mostSignals && !operations_.RebuildWaits(); ++signals) {
         const std::optional<std::size_t> signalled = SignalledPrinter();
         if (!signalled) {

@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::size_t bufferSize = 2048;
 const char16_t* const agentName = u"Korvanta Costbridge Client";
-const char16_t* const messageBoxTitle = u"Korvanta Client - Account Tracking";
 
 // A body that was never opened, or that breaks off, is at its end.
 std::size_t ReadPiece(InternetFile* file, char (&buffer)[bufferSize]) {
@@ -24,8 +23,8 @@ std::size_t ReadPiece(InternetFile* file, char (&buffer)[bufferSize]) {
 
 }  // namespace
 
-clsInet::clsInet(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes)
-    : files_(files), internet_(internet), messages_(messages), boxes_(boxes) {}
+clsInet::clsInet(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes, MessageTexts& texts)
+    : files_(files), internet_(internet), messages_(messages), boxes_(boxes), texts_(texts) {}
 
 std::string clsInet::GetURLSource(const std::u16string& url, const std::u16string& path) {
     std::optional<Error> failure;
@@ -39,8 +38,8 @@ std::string clsInet::GetURLSource(const std::u16string& url, const std::u16strin
         failure = Error::Current();
     }
     if (failure->Number() != errorNumber::badFileName) {
-        boxes_.Show(u"GetURLSource: err#" + NumberText(failure->Number()) + u"  " + failure->Description(),
-                    messageBoxTitle, MessageButtons::OK, MessageIcon::None);
+        boxes_.Show(FillIn(texts_.Text(u"lblDownloadError"), {NumberText(failure->Number()), failure->Description()}),
+                    texts_.Text(u"lblMessageBoxTitle"), MessageButtons::OK, MessageIcon::None);
     }
     return {};
 }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "common/MessageTexts.h"
 #include "common/TextStream.h"
 #include "controls/Event.h"
 #include "platform/FileSystem.h"
@@ -18,7 +19,7 @@ class clsInet {
     // Bytes of the longest response that is taken: the byte-order mark and the longest text that is ever read.
     static constexpr std::size_t longestResponse = (1 + TextInput::longestText) * sizeof(char16_t);
 
-    clsInet(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes);
+    clsInet(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes, MessageTexts& texts);
 
     // The body of the response, byte for byte; when `path` is not empty it is also written to that file, from its
     // start and without truncating it first, after the last message has run. A URL that cannot be opened has an empty
@@ -37,6 +38,7 @@ class clsInet {
     Internet& internet_;
     MessageLoop& messages_;
     MessageBoxes& boxes_;
+    MessageTexts& texts_;
 };
 
 }  // namespace korvanta

@@ -36,11 +36,12 @@ std::u16string FailureText(const std::u16string& procedure, const std::u16string
 }  // namespace
 
 clsServerInterfaceHTTP::clsServerInterfaceHTTP(FileSystem& files, Internet& internet, MessageLoop& messages,
-                                               MessageBoxes& boxes, TraceLog& log, std::u16string userName)
+                                               MessageBoxes& boxes, MessageTexts& texts, TraceLog& log,
+                                               std::u16string userName)
     : files_(files),
       log_(log),
       userName_(std::move(userName)),
-      inet_(files, internet, messages, boxes),
+      inet_(files, internet, messages, boxes, texts),
       temporaryFile_(files.TemporaryFolder() + u"\\" + files.TemporaryName()) {}
 
 clsServerInterfaceHTTP::~clsServerInterfaceHTTP() {

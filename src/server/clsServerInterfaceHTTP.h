@@ -15,7 +15,7 @@ class clsServerInterfaceHTTP : public IServerInterface {
   public:
     // `userName` names the current user's job files: trimmed, without NULs, in lower case.
     clsServerInterfaceHTTP(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes,
-                           TraceLog& log, std::u16string userName);
+                           MessageTexts& texts, TraceLog& log, std::u16string userName);
     // Removes what the last download may have left in the temporary file.
     ~clsServerInterfaceHTTP() override;
     clsServerInterfaceHTTP(const clsServerInterfaceHTTP&) = delete;

@@ -7,11 +7,13 @@
 namespace korvanta {
 
 clsServerInterfaces::clsServerInterfaces(FileSystem& files, Internet& internet, MessageLoop& messages,
-                                         MessageBoxes& boxes, TraceLog& log, std::u16string userName)
+                                         MessageBoxes& boxes, MessageTexts& texts, TraceLog& log,
+                                         std::u16string userName)
     : files_(files),
       internet_(internet),
       messages_(messages),
       boxes_(boxes),
+      texts_(texts),
       log_(log),
       userName_(std::move(userName)) {}
 
@@ -36,7 +38,7 @@ void clsServerInterfaces::Renew() {
 
 std::shared_ptr<IServerInterface> clsServerInterfaces::Make() const {
     if (type_ != 0) {
-        return std::make_shared<clsServerInterfaceHTTP>(files_, internet_, messages_, boxes_, log_, userName_);
+        return std::make_shared<clsServerInterfaceHTTP>(files_, internet_, messages_, boxes_, texts_, log_, userName_);
     }
     return std::make_shared<clsServerInterfaceFile>(files_, log_, userName_);
 }

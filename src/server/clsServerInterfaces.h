@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "common/MessageTexts.h"
 #include "common/Services.h"
 #include "platform/FileSystem.h"
 #include "platform/Internet.h"
@@ -19,7 +20,7 @@ class clsServerInterfaces {
   public:
     // `userName` is the current user's login name, trimmed, without NULs, in lower case.
     clsServerInterfaces(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes,
-                        TraceLog& log, std::u16string userName);
+                        MessageTexts& texts, TraceLog& log, std::u16string userName);
 
     // The transport of the interfaces made from now on: 0 file shares (the default), anything else HTTP. Those made
     // already keep theirs.
@@ -37,6 +38,7 @@ class clsServerInterfaces {
     Internet& internet_;
     MessageLoop& messages_;
     MessageBoxes& boxes_;
+    MessageTexts& texts_;
     TraceLog& log_;
     const std::u16string userName_;
     std::int32_t type_ = 0;

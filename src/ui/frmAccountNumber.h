@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/List.h"
+#include "common/MessageTexts.h"
 #include "common/clsRegSettings.h"
 #include "detection/clsJobInfo.h"
 #include "platform/Platform.h"
@@ -15,7 +16,6 @@
 #include "server/clsClientSettings.h"
 #include "ui/AccountNumberForm.h"
 #include "ui/AccountViews.h"
-#include "ui/MessageTexts.h"
 
 namespace korvanta {
 

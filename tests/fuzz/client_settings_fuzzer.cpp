@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "fakes/FakeMessageTexts.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeTraceLog.h"
 #include "fuzz/Fuzzing.h"
@@ -84,11 +85,12 @@ clsClientSettings Unusual() {
 
 void LoadAndSave(const std::string& bytes, std::size_t readSize) {
     fakes::FakePlatform platform;
+    fakes::FakeMessageTexts texts;
     fakes::FakeTraceLog log;
     platform.files.WriteBytes(u"\\\\SRV\\TLXData$\\ClientSet.txt", bytes);
     platform.files.largestRead = readSize;
-    clsServerInterfaces servers(platform.files, platform.internet, platform.messageLoop, platform.messageBoxes, log,
-                                u"jsmith");
+    clsServerInterfaces servers(platform.files, platform.internet, platform.messageLoop, platform.messageBoxes, texts,
+                                log, u"jsmith");
     const std::u16string text = servers.Interface(u"srv")->GetClientSettingsFile();
     REQUIRE(text == fuzz::Utf16Text(bytes));
 

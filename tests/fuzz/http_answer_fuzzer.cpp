@@ -1,5 +1,6 @@
 // Answers of a web server: which are files, that their text comes whole and alone, and that nothing is left behind.
 // Aims at: server/clsServerInterfaceHTTP.cpp server/clsInet.cpp
+#include "fakes/FakeMessageTexts.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeTraceLog.h"
 #include "fuzz/Fuzzing.h"
@@ -93,9 +94,10 @@ class Play {
 
     fuzz::Input& input_;
     fakes::FakePlatform platform_;
+    fakes::FakeMessageTexts texts_;
     fakes::FakeTraceLog log_;
     clsServerInterfaceHTTP server_{
-        platform_.files, platform_.internet, platform_.messageLoop, platform_.messageBoxes, log_, u"jsmith"};
+        platform_.files, platform_.internet, platform_.messageLoop, platform_.messageBoxes, texts_, log_, u"jsmith"};
     std::string temporary_;
 };
 

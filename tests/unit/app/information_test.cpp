@@ -4,6 +4,7 @@
 #include "app/ProgramInformation.h"
 #include "app/basGUIAPI.h"
 #include "app/frmMessages.h"
+#include "common/Deployment.h"
 #include "common/List.h"
 #include "fakes/FakePlatform.h"
 
@@ -92,7 +93,10 @@ TEST(MessagesTest, TextIsTheCaptionOfTheLabelOfThatName) {
     EXPECT_EQ(messages.Text(u"lblSelectAccount"), u"Please select an account from the list.");
     EXPECT_EQ(messages.Text(u"lblMessageBoxTitle"), u"Korvanta Client - Account Tracking");
     EXPECT_EQ(messages.Text(u"lblNoSuchLabel"), u"");
-    EXPECT_EQ(messages.Children().size(), 13U);
+    EXPECT_EQ(messages.Text(u"lblInternalErrorServerName"),
+              std::u16string(u"Internal error - unable to determine server name for printer. Report this to ") +
+                  supportAddress);
+    EXPECT_EQ(messages.Children().size(), 16U);
 }
 
 TEST(MessagesTest, AskingForATextBeforeTheFormIsLoadedLoadsAndTranslatesIt) {

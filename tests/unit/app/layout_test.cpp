@@ -1,5 +1,7 @@
 #include <memory>
+#include <tuple>
 
+#include "app/CatalogueTranslator.h"
 #include "app/PlainTranslator.h"
 #include "app/StatusForm.h"
 #include "app/frmMessages.h"
@@ -12,6 +14,8 @@
 #include "fakes/FakeTraceLog.h"
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
+#include "unit/app/ProgramFixture.h"
+#include "unit/layout/Languages.h"
 #include "unit/layout/LayoutCheck.h"
 
 namespace korvanta {
@@ -22,6 +26,9 @@ using testing::IsEmpty;
 
 // The least that Windows takes of a window's height for its caption and frame.
 constexpr int leastFrameHeight = 375;
+// The most that it takes.
+constexpr int frameWidth = 300;
+constexpr int frameHeight = 600;
 
 class FormLayoutTest : public testing::TestWithParam<double> {
   protected:
@@ -74,7 +81,42 @@ class StatusLayoutTest : public FormLayoutTest {
 
 class PrimaryServerLayoutTest : public FormLayoutTest {
   protected:
-    frmPrimaryServer form{platform.platform, log, translator, registrySettings, messages, information, u"Korvanta"};
+    frmPrimaryServer form{platform.platform, log, translator, registrySettings, messages, information};
+};
+
+// Every form in every language that is shipped, and in a made-up one with long words, at the usual resolutions.
+class LanguageLayoutTest : public fakes::ProgramFixture,
+                           public testing::WithParamInterface<std::tuple<const char16_t*, int>> {
+  protected:
+    LanguageLayoutTest() {
+        language = std::get<0>(GetParam());
+        windows.textMeasure.dotsPerInch = std::get<1>(GetParam());
+        windows.files.WriteUtf16(programFolder + u"\\" + languages::catalogueFile, languages::WithPseudo());
+        windows.registry.Put(registryKey, u"Language", language);
+        check.anyLength = {u"lblDocument", u"lblPrinter"};
+    }
+    ~LanguageLayoutTest() override { program.reset(); }
+
+    void StartTranslated() {
+        program = std::make_unique<basKorvanta>(windows.platform, &peers, catalogue);
+        program->Main();
+        EXPECT_TRUE(catalogue.Problems().empty());
+        Form title(u"frmPrimaryServer");
+        title.Caption(u"Korvanta - Primary Server");
+        catalogue.Translate(title);
+        EXPECT_EQ(title.Caption() == u"Korvanta - Primary Server", language == u"eng");
+    }
+    frmMain& Status() { return *program->MainForm(); }
+    frmAccountNumber& Dialog() { return *program->AccountDialog(); }
+    // Shows the form as with a window that takes so much of it for its caption and frame.
+    void ShowAdvancedStatus() {
+        Status().HandlePlace({}, Status().ClientWidth(), StatusForm::advancedHeight - leastFrameHeight);
+    }
+    void ExpectGood(const Form& form, const char* how) { EXPECT_THAT(check.Problems(form), IsEmpty()) << how; }
+
+    std::u16string language;
+    CatalogueTranslator catalogue{windows.files};
+    layout::LayoutCheck check{windows.textMeasure};
 };
 
 }  // namespace
@@ -98,5 +140,92 @@ TEST_P(PrimaryServerLayoutTest, IsGood) {
 
 INSTANTIATE_TEST_SUITE_P(Letters, StatusLayoutTest, testing::Values(0.7, 1.0));
 INSTANTIATE_TEST_SUITE_P(Letters, PrimaryServerLayoutTest, testing::Values(0.7, 1.0, 1.3));
+
+TEST_P(LanguageLayoutTest, StatusFormHasRoomForWhateverItMayShow) {
+    StartTranslated();
+    for (Control* child : Status().Children()) {
+        if (child->Position().top >= Status().ClientHeight()) {
+            child->Visible(false);
+        }
+    }
+    const StatusTexts& texts = Status().texts;
+    Status().ctlBanner1.Shown();
+    for (const Label* activity : {&texts.lblFullRefreshActivity, &texts.lblPrinterListScanActivity,
+                                  &texts.lblServerHealthTestActivity, &texts.lblIdleActivity, &texts.lblPollingServers,
+                                  &texts.lblPollingPrinters, &texts.lblCheckingForJobs, &texts.lblIdle}) {
+        Status().lblActivity.Caption(u"00.00.0000 00:00:00 AM " + activity->Caption());
+        ExpectGood(Status(), "at its first size");
+    }
+    for (const Label* method : {&texts.lblFileMonitoring, &texts.lblPrinterMonitoring, &texts.lblHTTPMonitoring}) {
+        Status().lblJobDetectionMethod.Caption(method->Caption());
+        ExpectGood(Status(), "with each detection method");
+    }
+}
+
+TEST_P(LanguageLayoutTest, AdvancedStatusHasRoomForWhateverItMayShow) {
+    StartTranslated();
+    ShowAdvancedStatus();
+    Status().ctlBanner1.Shown();
+    const StatusTexts& texts = Status().texts;
+    for (const Label* result :
+         {&texts.lblRefreshExecuting, &texts.lblRefreshCompleted, &texts.lblExecuting, &texts.lblPrinterListChanged,
+          &texts.lblPrinterListUnchanged, &texts.lblServersValid, &texts.lblServersInvalid}) {
+        for (Label* shown : {&Status().lblFullRefreshResult, &Status().lblPrinterListScanResult,
+                             &Status().lblServerHealthTestResult}) {
+            shown->Caption(result->Caption());
+        }
+        for (Label* date : {&Status().lblFullRefreshPerformed, &Status().lblFullRefreshDue,
+                            &Status().lblPrinterListScanPerformed, &Status().lblPrinterListScanDue,
+                            &Status().lblServerHealthTestPerformed, &Status().lblServerHealthTestDue}) {
+            date->Caption(u"12/31/2026 10:00:00 PM");
+        }
+        ExpectGood(Status(), "with each result");
+    }
+}
+
+TEST_P(LanguageLayoutTest, PrimaryServerDialogIsGood) {
+    windows.registry.Put(registryKey, u"TLXPrimaryServer", std::u16string());
+    int shown = 0;
+    peers.onShowModal = [&](Form& form) {
+        ++shown;
+        ExpectGood(form, "as it comes up");
+    };
+    StartTranslated();
+    EXPECT_EQ(shown, 1);
+}
+
+TEST_P(LanguageLayoutTest, AccountDialogIsGoodOnEachTabAndAtItsLeastSize) {
+    StartTranslated();
+    AnnounceJob(0, u"Letter.doc");
+    Tick(2);
+    Dialog().tmrMonitor.HandleTick();
+    ASSERT_TRUE(Dialog().Shown());
+    Dialog().prgSearch.Visible(true);
+    for (const int tab : {1, 2, 3}) {
+        Dialog().tabView.HandleSelected(tab);
+        ExpectGood(Dialog(), "at its first size");
+    }
+    Dialog().HandlePlace({}, Dialog().MinimumWidth() - frameWidth, Dialog().MinimumHeight() - frameHeight);
+    for (const int tab : {1, 2, 3}) {
+        Dialog().tabView.HandleSelected(tab);
+        ExpectGood(Dialog(), "at its least size");
+    }
+}
+
+// 800 by 600 pixels at 96 DPI, as small as screens are that show anything else in peace.
+using ShippedLanguageLayoutTest = LanguageLayoutTest;
+
+TEST_P(ShippedLanguageLayoutTest, FitsOnASmallScreen) {
+    StartTranslated();
+    EXPECT_LE(Status().ClientWidth() + frameWidth, 12'000);
+    EXPECT_LE(Dialog().MinimumWidth(), 12'000);
+    EXPECT_LE(Dialog().MinimumHeight(), 9'000);
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, LanguageLayoutTest,
+                         testing::Combine(testing::Values(u"eng", u"deu", languages::pseudo),
+                                          testing::Values(96, 120, 144, 192)));
+INSTANTIATE_TEST_SUITE_P(Languages, ShippedLanguageLayoutTest,
+                         testing::Combine(testing::Values(u"eng", u"deu"), testing::Values(96, 120, 144, 192)));
 
 }  // namespace korvanta

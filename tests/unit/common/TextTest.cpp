@@ -168,5 +168,13 @@ TEST(TextTest, BackslashPairsInsideAPrinterNameGoToo) {
     EXPECT_EQ(SplitPrinterName(u"\\\\\\srv\\laser").printer, u"srv\\laser");
 }
 
+TEST(TextTest, ValuesAreFilledInWhereTheTextHasPlacesForThem) {
+    EXPECT_EQ(FillIn(u"Error %2 (%1) at %2", {u"x", u"7"}), u"Error 7 (x) at 7");
+    EXPECT_EQ(FillIn(u"%1%3%0%% 100% %", {u"%2", u"no"}), u"%2%3%0%% 100% %");
+    EXPECT_EQ(FillIn(u"%9%10", Pieces(12, u"v")), u"vv0");
+    EXPECT_EQ(FillIn(u"", {u"v"}), u"");
+    EXPECT_EQ(FillIn(u"%1", {}), u"%1");
+}
+
 }  // namespace
 }  // namespace korvanta

@@ -10,6 +10,7 @@
 #include "detection/IJobDetectionEventSink.h"
 #include "detection/clsJobInfo.h"
 #include "detection/clsPrintersMonitored.h"
+#include "fakes/FakeMessageTexts.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeSystemInformation.h"
 #include "fakes/FakeTraceLog.h"
@@ -82,8 +83,9 @@ struct Organisation {
     fakes::FakeTraceLog log;
     fakes::FakeSystemInformation systemInformation;
     clsClientSettings settings;
+    fakes::FakeMessageTexts messages;
     clsServerInterfaces serverInterfaces{
-        platform.files, platform.internet, platform.messageLoop, platform.messageBoxes, log, u"jsmith"};
+        platform.files, platform.internet, platform.messageLoop, platform.messageBoxes, messages, log, u"jsmith"};
     clsPrintersMonitored printersMonitored{serverInterfaces, platform.mutexes, log, u"srv"};
 
     Organisation() { AddServer(u"srv"); }

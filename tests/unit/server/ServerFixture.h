@@ -14,6 +14,7 @@
 #include "fakes/FakeInternet.h"
 #include "fakes/FakeMessageBoxes.h"
 #include "fakes/FakeMessageLoop.h"
+#include "fakes/FakeMessageTexts.h"
 #include "fakes/FakeMutexFactory.h"
 #include "fakes/FakeTraceLog.h"
 #include "gtest/gtest.h"
@@ -52,6 +53,7 @@ class ServerFixture : public testing::Test {
     fakes::FakeInternet internet;
     fakes::FakeMessageLoop messages;
     fakes::FakeMessageBoxes boxes;
+    fakes::FakeMessageTexts texts;
     fakes::FakeMutexFactory mutexes;
     fakes::FakeTraceLog log;
     fakes::FakeErrorReports reports;

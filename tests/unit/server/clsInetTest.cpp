@@ -15,7 +15,7 @@ const std::u16string path = u"C:\\Temp\\page.tmp";
 
 class Inet : public ServerFixture {
   protected:
-    clsInet inet{files, internet, messages, boxes};
+    clsInet inet{files, internet, messages, boxes, texts};
 };
 
 TEST_F(Inet, ABodyComesByteForByteAndIsWrittenToTheFile) {

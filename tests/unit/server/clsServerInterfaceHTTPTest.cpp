@@ -16,7 +16,7 @@ class ServerInterfaceHttp : public ServerFixture {
   protected:
     ServerInterfaceHttp() { server.ServerName(u"SRV"); }
 
-    clsServerInterfaceHTTP http{files, internet, messages, boxes, log, u"jsmith"};
+    clsServerInterfaceHTTP http{files, internet, messages, boxes, texts, log, u"jsmith"};
     IServerInterface& server = http;
 };
 
@@ -61,14 +61,14 @@ TEST_F(ServerInterfaceHttp, AnErrorPageIsNoFileAndStaysInTheTemporaryFile) {
 
 TEST_F(ServerInterfaceHttp, WhatADownloadHasLeftGoesWithTheObject) {
     {
-        clsServerInterfaceHTTP other(files, internet, messages, boxes, log, u"jsmith");
+        clsServerInterfaceHTTP other(files, internet, messages, boxes, texts, log, u"jsmith");
         other.ServerName(u"SRV");
         other.GetServersFile();
         EXPECT_EQ(files.FilesIn(u"C:\\Temp").size(), 1U);
     }
     EXPECT_EQ(files.FilesIn(u"C:\\Temp").size(), 0U);
     files.log.clear();
-    clsServerInterfaceHTTP(files, internet, messages, boxes, log, u"jsmith").TestHealth();
+    clsServerInterfaceHTTP(files, internet, messages, boxes, texts, log, u"jsmith").TestHealth();
     EXPECT_EQ(files.log, Lines()) << "nothing was left";
 }
 
@@ -183,7 +183,7 @@ TEST_F(ServerInterfaceHttp, AnotherServerNameInTheMiddleOfAFetchLeavesItAlone) {
 }
 
 TEST_F(ServerInterfaceHttp, TwoObjectsNeverShareATemporaryFile) {
-    clsServerInterfaceHTTP other(files, internet, messages, boxes, log, u"jsmith");
+    clsServerInterfaceHTTP other(files, internet, messages, boxes, texts, log, u"jsmith");
     other.ServerName(u"OTHER");
     server.GetServersFile();
     other.GetServersFile();

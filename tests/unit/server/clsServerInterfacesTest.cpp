@@ -17,7 +17,7 @@ class ServerInterfaces : public ServerFixture {
         return std::dynamic_pointer_cast<clsServerInterfaceHTTP>(server) != nullptr;
     }
 
-    clsServerInterfaces interfaces{files, internet, messages, boxes, log, u"jsmith"};
+    clsServerInterfaces interfaces{files, internet, messages, boxes, texts, log, u"jsmith"};
 };
 
 TEST_F(ServerInterfaces, NamesThatDifferInLetterCaseShareOneObjectThatCarriesTheUpperCaseForm) {

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+
+#include "controls/Controls.h"
+
+namespace korvanta {
+
+// What the status form says of the program's work and asks in message boxes, as captions so that it is translated.
+class StatusTexts : public HiddenTexts {
+  public:
+    StatusTexts();
+
+    // The translation of what a detector is at (see Activities); a text that is none of those as it is.
+    std::u16string Activity(const std::u16string& text) const;
+
+    Label lblFileMonitoring{u"lblFileMonitoring"};
+    Label lblPrinterMonitoring{u"lblPrinterMonitoring"};
+    Label lblHTTPMonitoring{u"lblHTTPMonitoring"};
+
+    Label lblFullRefreshActivity{u"lblFullRefreshActivity"};
+    Label lblPrinterListScanActivity{u"lblPrinterListScanActivity"};
+    Label lblServerHealthTestActivity{u"lblServerHealthTestActivity"};
+    Label lblIdleActivity{u"lblIdleActivity"};
+    Label lblPollingServers{u"lblPollingServers"};
+    Label lblPollingPrinters{u"lblPollingPrinters"};
+    Label lblCheckingForJobs{u"lblCheckingForJobs"};
+    Label lblIdle{u"lblIdle"};
+
+    Label lblRefreshExecuting{u"lblRefreshExecuting"};
+    Label lblRefreshCompleted{u"lblRefreshCompleted"};
+    Label lblExecuting{u"lblExecuting"};
+    Label lblPrinterListChanged{u"lblPrinterListChanged"};
+    Label lblPrinterListUnchanged{u"lblPrinterListUnchanged"};
+    Label lblServersValid{u"lblServersValid"};
+    Label lblServersInvalid{u"lblServersInvalid"};
+
+    Label lblLoggingQuestion{u"lblLoggingQuestion"};
+    Label lblAdvancedQuestion{u"lblAdvancedQuestion"};
+    Label lblCloseTitle{u"lblCloseTitle"};
+    Label lblCloseQuestion{u"lblCloseQuestion"};
+};
+
+}  // namespace korvanta
