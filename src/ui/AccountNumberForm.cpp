@@ -47,6 +47,7 @@ AccountNumberForm::AccountNumberForm(TextMeasure& textMeasure, Translator& trans
         label->AccessKey(false);
     }
     lblJobsQueued.Bold(true);
+    lblJobsQueued.Align(Alignment::Right);
     lblJobsQueued.ShowsData(true);
     for (Label* label : {&lblAddPreferred, &lblRemovePreferred, &lblMoveUp, &lblMoveDown}) {
         label->Clickable(true);

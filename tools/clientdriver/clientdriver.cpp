@@ -28,9 +28,12 @@ constexpr const char* usage =
     "  wait-visible FORM             until the form is on the screen\n"
     "  wait-hidden FORM              until it is not\n"
     "  wait-text FORM CONTROL TEXT   until the control shows the text\n"
+    "  wait-rows FORM LIST N         until the list has so many rows\n"
+    "  wait-end                      until the client has ended\n"
     "  wait-message                  until a message box is on the screen; prints its title and text\n"
     "  screenshot-ready              until every window has answered, and so has painted what it was asked to\n"
     "  show-status, hide-status      the status form, as a double click on the icon does\n"
+    "  choose-entry N                an entry of the status form's menu, counted from 0\n"
     "  enable-logging                chooses it in the menu and confirms\n"
     "  text FORM CONTROL             prints what the control shows\n"
     "  rows FORM LIST                prints a line for each row, the cells separated by tabs\n"
@@ -40,6 +43,7 @@ constexpr const char* usage =
     "  choose-tab FORM TABS N        shows a tab, counted from 1\n"
     "  answer BUTTON                 presses ok, cancel, yes or no in the message box\n"
     "  end-session                   tells every window that the session ends\n"
+    "  ask-to-close                  closes the client as the Task Manager does; it then asks\n"
     "  close                         closes the client as the Task Manager does, and confirms\n"
     "\n"
     "  --seconds N                   how long a command waits for its condition (default 15)\n";
@@ -54,6 +58,9 @@ class Commands {
         if (found == commands_.end() || arguments.size() - 1 != found->second.arguments) {
             std::fputs(usage, stderr);
             return 2;
+        }
+        if (arguments.front() == L"wait-end") {
+            return driver::WaitFor([&] { return !client_.Find(); }, limit_) ? 0 : 1;
         }
         if (!driver::WaitFor([&] { return client_.Find(); }, limit_)) {
             std::fputs("clientdriver: no client program runs in this session.\n", stderr);
@@ -77,6 +84,13 @@ class Commands {
                          driver::Utf8Bytes(form).c_str());
         }
         return window;
+    }
+
+    // The list itself, or the one inside the control of that name.
+    driver::ListWindow List(const std::wstring& form, const std::wstring& list) const {
+        const driver::Window window = Existing(form, list);
+        const driver::Window inner = window.Control(L"flxAccounts");
+        return driver::ListWindow(inner.Exists() ? inner : window);
     }
 
     bool SetStatusShown(bool shown) const {
@@ -143,11 +157,23 @@ class Commands {
           [this](const Arguments& a) {
               return driver::WaitFor([&] { return client_.Control(a[0], a[1]).Text() == a[2]; }, limit_);
           }}},
+        {L"wait-rows",
+         {3,
+          [this](const Arguments& a) {
+              return driver::WaitFor([&] { return List(a[0], a[1]).RowCount() == _wtoi(a[2].c_str()); }, limit_);
+          }}},
+        {L"wait-end", {0, {}}},  // there need be no client any more
         {L"wait-message", {0, [this](const Arguments&) { return PrintMessage(); }}},
         {L"screenshot-ready",
          {0, [this](const Arguments&) { return driver::WaitFor([&] { return client_.Answers(); }, limit_); }}},
         {L"show-status", {0, [this](const Arguments&) { return SetStatusShown(true); }}},
         {L"hide-status", {0, [this](const Arguments&) { return SetStatusShown(false); }}},
+        {L"choose-entry",
+         {1,
+          [this](const Arguments& a) {
+              client_.ChooseMenuEntry(_wtoi(a[0].c_str()));
+              return true;
+          }}},
         {L"enable-logging",
          {0,
           [this](const Arguments&) {
@@ -161,7 +187,7 @@ class Commands {
               Print(window.Text());
               return window.Exists();
           }}},
-        {L"rows", {2, [this](const Arguments& a) { return PrintRows(driver::ListWindow(Existing(a[0], a[1]))); }}},
+        {L"rows", {2, [this](const Arguments& a) { return PrintRows(List(a[0], a[1])); }}},
         {L"click",
          {2,
           [this](const Arguments& a) {
@@ -176,7 +202,7 @@ class Commands {
               window.SetText(a[2]);
               return window.Text() == a[2];
           }}},
-        {L"choose", {3, [this](const Arguments& a) { return Choose(driver::ListWindow(Existing(a[0], a[1])), a[2]); }}},
+        {L"choose", {3, [this](const Arguments& a) { return Choose(List(a[0], a[1]), a[2]); }}},
         {L"choose-tab",
          {3,
           [this](const Arguments& a) {
@@ -187,6 +213,12 @@ class Commands {
           }}},
         {L"answer", {1, [this](const Arguments& a) { return Answer(a[0]); }}},
         {L"end-session", {0, [this](const Arguments&) { return client_.EndSession() && client_.WaitForEnd(limit_); }}},
+        {L"ask-to-close",
+         {0,
+          [this](const Arguments&) {
+              client_.Form(L"frmMain").Post(WM_CLOSE);
+              return true;
+          }}},
         {L"close", {0, [this](const Arguments&) { return Close(); }}},
     };
 };

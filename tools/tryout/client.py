@@ -20,12 +20,13 @@ class Client:
         self._output = os.path.join(os.path.dirname(program), "wine.log")
         self.trace_log = os.path.join(os.path.dirname(program), "tlxlog.txt")
 
-    def start(self, *arguments):
-        """Starts it and waits until it watches the servers."""
+    def start(self, *arguments, wait=True):
+        """Starts it and waits until it watches the servers, unless that has to be asked for first."""
         with open(self._output, "ab") as output:
             self._process = subprocess.Popen(["wine", self._program, *arguments], stdin=subprocess.DEVNULL,
                                              stdout=output, stderr=output)
-        self.drive("wait-monitoring", "--seconds", "30")
+        if wait:
+            self.drive("wait-monitoring", "--seconds", "30")
 
     def drive(self, *arguments):
         """Runs a command of clientdriver.exe; raises ClientError when it fails."""

@@ -85,7 +85,11 @@ void Client::Kill() {
 }
 
 bool RunningClient::Find() {
-    const std::vector<Window> windows = TopLevelWindows(0, FormClass(L"frmMain"));
+    // The one that asks for the primary server comes first, and the main form only after its answer.
+    std::vector<Window> windows = TopLevelWindows(0, FormClass(L"frmMain"));
+    if (windows.empty()) {
+        windows = TopLevelWindows(0, FormClass(L"frmPrimaryServer"));
+    }
     if (windows.empty()) {
         return false;
     }
