@@ -45,7 +45,7 @@ clsServerInterfaceHTTP::clsServerInterfaceHTTP(FileSystem& files, Internet& inte
       temporaryFile_(files.TemporaryFolder() + u"\\" + files.TemporaryName()) {}
 
 clsServerInterfaceHTTP::~clsServerInterfaceHTTP() {
-    if (temporaryFileLeft_) {
+    if (temporaryFileUsed_) {
         try {
             files_.Delete(temporaryFile_);
         } catch (const std::exception&) {
@@ -66,7 +66,7 @@ std::u16string clsServerInterfaceHTTP::JobUrl(const std::u16string& name) const 
 std::u16string clsServerInterfaceHTTP::GetURL(const std::u16string& url) {
     for (int failures = 0;; ++failures) {
         try {
-            temporaryFileLeft_ = true;
+            temporaryFileUsed_ = true;
             // The body is gone before the text is read: they may be large.
             const bool isFile = IsUtf16(inet_.GetURLSource(url, temporaryFile_));
             return isFile ? ReadTemporaryFile() : std::u16string();
@@ -88,7 +88,6 @@ std::u16string clsServerInterfaceHTTP::ReadTemporaryFile() {
         }
     }
     CheckFile(files_.Delete(temporaryFile_));
-    temporaryFileLeft_ = false;
     return text;
 }
 

@@ -44,7 +44,7 @@ class clsServerInterfaceHTTP : public IServerInterface {
     const std::u16string userName_;
     clsInet inet_;
     const std::u16string temporaryFile_;
-    bool temporaryFileLeft_ = false;
+    bool temporaryFileUsed_ = false;
     std::u16string serverName_;
 };
 

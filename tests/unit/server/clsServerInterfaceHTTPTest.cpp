@@ -72,6 +72,22 @@ TEST_F(ServerInterfaceHttp, WhatADownloadHasLeftGoesWithTheObject) {
     EXPECT_EQ(files.log, Lines()) << "nothing was left";
 }
 
+TEST_F(ServerInterfaceHttp, WhatADownloadHasLeftGoesWithTheObjectThoughAnotherRanInItsMiddle) {
+    internet.PutUtf16(data + u"Printers.txt", u"printers");
+    {
+        clsServerInterfaceHTTP other(files, internet, messages, boxes, texts, log, u"jsmith");
+        IServerInterface& nested = other;
+        nested.ServerName(u"SRV");
+        messages.onRunPending = [&] {
+            messages.onRunPending = nullptr;
+            EXPECT_EQ(nested.GetPrintersFile(), u"printers");
+        };
+        EXPECT_EQ(nested.GetServersFile(), u"");
+        EXPECT_EQ(files.FilesIn(u"C:\\Temp").size(), 1U) << "the page that was no file";
+    }
+    EXPECT_EQ(files.FilesIn(u"C:\\Temp").size(), 0U);
+}
+
 TEST_F(ServerInterfaceHttp, Utf8AnsiAndBigEndianTextsAreNoFiles) {
     for (const std::string& body : {std::string("\xEF\xBB\xBFPrinter"), std::string("Printer"),
                                     std::string("\xFE\xFF\0P", 4), std::string("\xFF"), std::string("\xFF\xFF\xFE")}) {
