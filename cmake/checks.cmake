@@ -36,3 +36,6 @@ add_test(NAME "system: the finished client"
                  ${KORVANTA_WINDOWS_BUILD}/bin/system_tests.exe ${client_program})
 set_tests_properties("system: the services of Windows" "system: forms and controls on the screen"
                      "system: the finished client" PROPERTIES TIMEOUT 900 RUN_SERIAL TRUE)
+# The others have web servers of their own making; this one is what administrators use.
+add_test(NAME "system: HTTP monitoring with nginx" COMMAND ${CMAKE_SOURCE_DIR}/run --http --virtual)
+set_tests_properties("system: HTTP monitoring with nginx" PROPERTIES TIMEOUT 300 RUN_SERIAL TRUE)

@@ -88,7 +88,11 @@ int HttpTest::Logged(const std::string& text) {
 bool HttpTest::Polls(int times) {
     for (int polls = 0; polls < times; ++polls) {
         const std::wstring before = Status(L"lblActivity").Text();
-        if (!WaitFor([&] { return Status(L"lblActivity").Text() != before; })) {
+        const auto polled = [&] {
+            EXPECT_TRUE(Client().Answers());
+            return Status(L"lblActivity").Text() != before;
+        };
+        if (!WaitFor(polled)) {
             return false;
         }
     }

@@ -29,7 +29,7 @@ class HttpTest : public SystemTest {
     std::string TraceLog();
     // How often the trace log has the text.
     int Logged(const std::string& text);
-    // Waits until the client has looked for jobs so often from now on.
+    // Waits until the client, answering all the time, has looked for jobs so often from now on.
     bool Polls(int times);
 
     std::string address_;

@@ -4,7 +4,7 @@
 
 #include <wininet.h>
 
-#include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <vector>
 
@@ -26,7 +26,8 @@ struct InternetTraits : NullIsNone<HINTERNET> {
 using InternetHandle = Handle<InternetTraits>;
 
 // What the program's thread asks and the one that waits for the network answers. They take turns, from one event to
-// the other, so nothing else keeps them apart. An exchange that was given up belongs to the waiting thread alone.
+// the other, so nothing else keeps them apart. An exchange that was given up belongs to the waiting thread alone, which
+// ends, and closes the handles, when the network has answered after all.
 struct Exchange {
     KernelHandle asked{::CreateEventA(nullptr, FALSE, FALSE, nullptr)};
     KernelHandle answered{::CreateEventA(nullptr, FALSE, FALSE, nullptr)};
@@ -35,7 +36,7 @@ struct Exchange {
     std::vector<char> buffer;  // of the size that is to be read
     DWORD got = 0;
     std::uint32_t error = ERROR_SUCCESS;
-    bool ended = false;
+    std::atomic<bool> ended = false;  // may be told out of turn
     // In this order: the body is closed before its session.
     InternetHandle session;
     InternetHandle body;
@@ -76,9 +77,9 @@ class WindowsInternetFile : public InternetFile {
         if (!givenUp_) {
             exchange_->body.Reset();
             exchange_->session.Reset();
-            exchange_->ended = true;
-            ::SetEvent(exchange_->asked.Get());
         }
+        exchange_->ended = true;
+        ::SetEvent(exchange_->asked.Get());
     }
 
     std::uint32_t Open(const std::u16string& agent, const std::u16string& url) {

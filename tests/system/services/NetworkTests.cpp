@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
+
+#include <tlhelp32.h>
 #include <winsock.h>
 
+#include <array>
 #include <atomic>
 #include <functional>
 #include <string>
@@ -103,42 +106,57 @@ class TellingWindow {
     HWND window_;
 };
 
-// A server that goes on, after the beginning of its answer, only when a window has answered it; not at all if `silent`.
-class AskingServer {
+// A free port of this machine that is listened at.
+class Listener {
   public:
-    AskingServer(HWND window, std::string beginning, bool silent = false)
-        : window_(window),
-          beginning_(std::move(beginning)),
-          silent_(silent),
-          listener_(::socket(AF_INET, SOCK_STREAM, 0)) {
+    Listener() : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
         sockaddr_in address{};
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = loopback;
         int size = sizeof(address);
-        ::bind(listener_, reinterpret_cast<sockaddr*>(&address), size);
-        ::listen(listener_, 5);
-        ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size);
+        if (::bind(socket_, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(socket_, 5) != 0 ||
+            ::getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
+            ADD_FAILURE() << "no port to listen at";
+        }
         port_ = ::ntohs(address.sin_port);
+    }
+    ~Listener() { Close(); }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    SOCKET Accept() const { return ::accept(socket_, nullptr, nullptr); }
+    void Close() { ::closesocket(std::exchange(socket_, INVALID_SOCKET)); }
+    std::u16string Url(const std::string& path) const {
+        const std::string url = "http://127.0.0.1:" + std::to_string(port_) + path;
+        return {url.begin(), url.end()};
+    }
+
+  private:
+    SOCKET socket_;
+    int port_ = 0;
+};
+
+// A server that goes on, after the beginning of its answer, only when a window has answered it; not at all if `silent`.
+class AskingServer {
+  public:
+    AskingServer(HWND window, std::string beginning, bool silent = false)
+        : window_(window), beginning_(std::move(beginning)), silent_(silent) {
         thread_ = KernelHandle(::CreateThread(nullptr, 0, Run, this, 0, nullptr));
     }
     ~AskingServer() {
         ::SetEvent(released_.Get());
         ::WaitForSingleObject(thread_.Get(), 10000);
-        ::closesocket(listener_);
     }
     AskingServer(const AskingServer&) = delete;
     AskingServer& operator=(const AskingServer&) = delete;
 
-    std::u16string Url() const {
-        const std::string url = "http://127.0.0.1:" + std::to_string(port_) + "/";
-        return {url.begin(), url.end()};
-    }
+    std::u16string Url() const { return listener_.Url("/"); }
     bool WasAnswered() const { return answered_; }
 
   private:
     static DWORD WINAPI Run(void* parameter) {
         auto& self = *static_cast<AskingServer*>(parameter);
-        const SOCKET connection = ::accept(self.listener_, nullptr, nullptr);
+        const SOCKET connection = self.listener_.Accept();
         char buffer[512];
         ::recv(connection, buffer, sizeof(buffer), 0);
         ::send(connection, self.beginning_.data(), static_cast<int>(self.beginning_.size()), 0);
@@ -157,8 +175,7 @@ class AskingServer {
     const HWND window_;
     const std::string beginning_;
     const bool silent_;
-    SOCKET listener_;
-    int port_ = 0;
+    const Listener listener_;
     std::atomic<bool> answered_ = false;
     KernelHandle released_{::CreateEventA(nullptr, TRUE, FALSE, nullptr)};
     KernelHandle thread_;
@@ -168,26 +185,12 @@ class AskingServer {
 class WebServer {
   public:
     explicit WebServer(std::vector<std::string> answers)
-        : answers_(std::move(answers)), listener_(::socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = loopback;
-        int size = sizeof(address);
-        if (::bind(listener_, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(listener_, 5) != 0 ||
-            ::getsockname(listener_, reinterpret_cast<sockaddr*>(&address), &size) != 0) {
-            ADD_FAILURE() << "no port to listen at";
-        }
-        port_ = ::ntohs(address.sin_port);
-        thread_ = KernelHandle(::CreateThread(nullptr, 0, Run, this, 0, nullptr));
-    }
+        : answers_(std::move(answers)), thread_(::CreateThread(nullptr, 0, Run, this, 0, nullptr)) {}
     ~WebServer() { Wait(); }
     WebServer(const WebServer&) = delete;
     WebServer& operator=(const WebServer&) = delete;
 
-    std::u16string Url(const std::string& path) const {
-        const std::string url = "http://127.0.0.1:" + std::to_string(port_) + path;
-        return {url.begin(), url.end()};
-    }
+    std::u16string Url(const std::string& path) const { return listener_.Url(path); }
     // What was asked for last, when every answer has been given.
     const std::string& Request() {
         Wait();
@@ -203,7 +206,7 @@ class WebServer {
         return 0;
     }
     void Answer(const std::string& answer) {
-        const SOCKET connection = ::accept(listener_, nullptr, nullptr);
+        const SOCKET connection = listener_.Accept();
         char buffer[512];
         request_.clear();
         while (request_.find("\r\n\r\n") == std::string::npos) {
@@ -221,13 +224,12 @@ class WebServer {
             ADD_FAILURE() << "the web server was asked too seldom";
         }
         thread_.Reset();
-        ::closesocket(std::exchange(listener_, INVALID_SOCKET));
+        listener_.Close();
     }
 
     std::vector<std::string> answers_;
     std::string request_;
-    SOCKET listener_;
-    int port_ = 0;
+    Listener listener_;
     KernelHandle thread_;
 };
 
@@ -318,9 +320,10 @@ TEST_F(InternetTests, PostedMessagesWaitUntilTheCallIsOver) {
     EXPECT_EQ(messages, 1);
 }
 
-TEST_F(InternetTests, TheEndOfTheProgramEndsTheWaitForASilentServer) {
-    constexpr std::uint32_t cancelled = 12017;
-    for (const std::string& beginning : {std::string(), std::string("HTTP/1.0 200 OK\r\nContent-Length: 3\r\n\r\n")}) {
+// A program that ends while a server keeps it waiting, before or after the beginning of the answer.
+class EndingProgram : public InternetTests {
+  protected:
+    void EndWhileWaiting(const std::string& beginning) {
         DialogWindows dialogs;
         WindowsMessageLoop messages(dialogs);
         WindowsInternet internet(messages);
@@ -333,15 +336,53 @@ TEST_F(InternetTests, TheEndOfTheProgramEndsTheWaitForASilentServer) {
             std::size_t got = 1;
             error = file->Read(buffer, sizeof(buffer), got);
             EXPECT_EQ(got, 0U);
-            EXPECT_EQ(file->Read(buffer, sizeof(buffer), got), cancelled) << "and the calls after it";
+            EXPECT_EQ(file->Read(buffer, sizeof(buffer), got), cancelled_) << "and the calls after it";
         }
-        EXPECT_EQ(error, cancelled);
-        EXPECT_EQ(internet.OpenUrl(u"Korvanta", server.Url(), file), cancelled);
+        EXPECT_EQ(error, cancelled_);
+        EXPECT_EQ(internet.OpenUrl(u"Korvanta", server.Url(), file), cancelled_);
         // For the tests that follow.
         MSG message;
         while (::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE)) {
         }
     }
+
+    static constexpr std::uint32_t cancelled_ = 12017;
+    const std::array<std::string, 2> beginnings_{"", "HTTP/1.0 200 OK\r\nContent-Length: 3\r\n\r\n"};
+};
+
+TEST_F(EndingProgram, WaitsNoLongerForASilentServer) {
+    for (const std::string& beginning : beginnings_) {
+        EndWhileWaiting(beginning);
+    }
+}
+
+// The threads of this process.
+int Threads() {
+    const FileHandle all(::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0));
+    THREADENTRY32 thread{};
+    thread.dwSize = sizeof(thread);
+    int count = 0;
+    for (BOOL found = ::Thread32First(all.Get(), &thread); found != 0; found = ::Thread32Next(all.Get(), &thread)) {
+        count += thread.th32OwnerProcessID == ::GetCurrentProcessId() ? 1 : 0;
+    }
+    return count;
+}
+
+TEST_F(EndingProgram, HasNoThreadLeftWhenTheServerHasGone) {
+    EndWhileWaiting(beginnings_[1]);  // what the libraries of Windows start for themselves is there by now
+    const int before = Threads();
+    ASSERT_GT(before, 0);
+    constexpr int rounds = 4;
+    for (int round = 0; round < rounds; ++round) {
+        for (const std::string& beginning : beginnings_) {
+            EndWhileWaiting(beginning);
+        }
+    }
+    const DWORD start = ::GetTickCount();
+    while (Threads() > before && ::GetTickCount() - start < 10000) {
+        ::Sleep(10);
+    }
+    EXPECT_LE(Threads(), before);
 }
 
 }  // namespace
