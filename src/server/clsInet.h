@@ -23,8 +23,9 @@ class clsInet {
 
     // The body of the response, byte for byte; when `path` is not empty it is also written to that file, from its
     // start and without truncating it first, after the last message has run. A URL that cannot be opened has an empty
-    // body, and a connection that breaks ends the body where it broke. Never raises: any other failure is told to the
-    // user in a message box (error 52 "Bad file name or number" is not) and gives the empty body.
+    // body, and a connection that breaks ends the body where it broke. Any other failure is told to the user in a
+    // message box (error 52 "Bad file name or number" is not) and gives the empty body; raises only when there is no
+    // memory left for the box.
     std::string GetURLSource(const std::u16string& url, const std::u16string& path);
 
     // After every read: the size of the read buffer and the number of bytes received so far.

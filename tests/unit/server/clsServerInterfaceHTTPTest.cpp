@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include "ServerFixture.h"
 
@@ -220,6 +221,42 @@ TEST_F(ServerInterfaceHttp, TheLongestTextComesWholeAndALongerOneIsEmpty) {
     EXPECT_EQ(server.GetServersFile(), u"");
     ASSERT_EQ(boxes.shown.size(), 1U);
     EXPECT_EQ(boxes.shown[0].text, u"GetURLSource: err#14  Out of string space");
+}
+
+// A log that has no room for one line.
+class LogThatFailsOnce : public fakes::FakeTraceLog {
+  public:
+    void Log(const std::u16string& text) override {
+        if (std::exchange(fails_, false)) {
+            throw std::bad_alloc();
+        }
+        FakeTraceLog::Log(text);
+    }
+
+  private:
+    bool fails_ = true;
+};
+
+TEST_F(ServerInterfaceHttp, AFailureBesideTheFetchIsLoggedByTheOperation) {
+    const auto linesOf = [this](const auto& operation) {
+        LogThatFailsOnce failing;
+        clsServerInterfaceHTTP other(files, internet, messages, boxes, texts, failing, u"jsmith");
+        IServerInterface& theirs = other;
+        theirs.ServerName(u"SRV");
+        EXPECT_EQ(operation(theirs), u"");
+        return failing.lines;
+    };
+    EXPECT_EQ(linesOf([](IServerInterface& other) { return other.GetPrintersFile(); }),
+              Lines{u"IServerInterface_GetPrintersFile: Error occured whilst obtaining list of printer names: 7 - Out "
+                    u"of memory (). Tried to read from the URL: http://SRV/TLXData/Printers.txt"});
+    // Their fetch fails, and then the line that says so.
+    internet.PutUtf16(data + u"jobs/jsmith.tlu", u"3");
+    internet.PutUtf16(data + u"jobs/jsmith.007", u"job");
+    files.faults.FailFrom("OpenForReading", 1, windowsError::accessDenied);
+    EXPECT_EQ(linesOf([](IServerInterface& other) { return other.GetJobCounter(); }),
+              Lines{u"IServerInterface_GetJobCounter: Error getting counter file from server SRV"});
+    EXPECT_EQ(linesOf([](IServerInterface& other) { return other.GetJobNotificationFile(7); }),
+              Lines{u"IServerInterface_GetJobNotificationFile: Error getting job notification file from server SRV"});
 }
 
 }  // namespace
