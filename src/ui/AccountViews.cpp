@@ -1,5 +1,7 @@
 #include "ui/AccountViews.h"
 
+#include <set>
+
 #include "common/Guarded.h"
 #include "server/AccountSearch.h"
 
@@ -156,6 +158,7 @@ void AccountViews::AddGroups(const AllFill& fill, const std::shared_ptr<const Ac
 void AccountViews::FillPreferred() {
     const AccountDictionary accounts = accounts_.AccountDict();
     ctlAccountList& list = form_.ctlAccountListPreferred;
+    std::set<std::int32_t> gone;
     {
         const ListFill fill(list);
         for (const Variant& id : prefs_.Preferred()->Items()) {
@@ -163,10 +166,11 @@ void AccountViews::FillPreferred() {
                 list.AddAccount(*account);
             } else if (accounts.Count() != 0 && !loadFailed_) {
                 // A list that could not be read whole says nothing about which accounts there are.
-                prefs_.RemovePreferred(id.Integer());
+                gone.insert(id.Integer());
             }
         }
     }
+    prefs_.RemovePreferred(gone);
     list.SelectedID(prefs_.GetLastSelectedAccount());
 }
 

@@ -40,7 +40,7 @@ clsTLXPrefs::clsTLXPrefs(FileSystem& files, MutexFactory& mutexes, const std::u1
       serverPath_(u"\\\\" + primaryServerName + u"\\TLXPrefs$\\" + userName + u".txt") {
     settled_ = LoadPrefs(serverPath_) || LoadPrefs(localPath_);
     if (!settled_) {
-        keys_.clear();
+        keys_.Clear();
         history_ = std::make_shared<List>(mutexes_);
         preferred_ = std::make_shared<List>(mutexes_);
     }
@@ -55,7 +55,7 @@ std::int16_t clsTLXPrefs::LastTab() const {
 }
 
 void clsTLXPrefs::LastTab(std::int16_t tab) {
-    Set(keyLastTab, NumberText(tab));
+    keys_.Set(keyLastTab, NumberText(tab));
 }
 
 std::u16string clsTLXPrefs::LastSearchString() const {
@@ -63,7 +63,7 @@ std::u16string clsTLXPrefs::LastSearchString() const {
 }
 
 void clsTLXPrefs::LastSearchString(const std::u16string& text) {
-    Set(keyLastSearchString, WithoutLineEnds(text));
+    keys_.Set(keyLastSearchString, WithoutLineEnds(text));
 }
 
 bool clsTLXPrefs::LastSearchRemember() const {
@@ -71,7 +71,7 @@ bool clsTLXPrefs::LastSearchRemember() const {
 }
 
 void clsTLXPrefs::LastSearchRemember(bool remember) {
-    Set(keyLastSearchRemember, BooleanDigit(remember));
+    keys_.Set(keyLastSearchRemember, BooleanDigit(remember));
 }
 
 bool clsTLXPrefs::Save() {
@@ -120,9 +120,9 @@ bool clsTLXPrefs::TakeOver(const std::u16string& path) {
     for (const Variant& id : history) {
         SetLastSelectedAccount(id.Integer());
     }
-    for (const auto& [key, value] : stored.keys_) {
-        if (Find(key) == nullptr) {
-            Set(key, value);
+    for (const auto& [key, value] : stored.keys_.All()) {
+        if (keys_.Find(key) == nullptr) {
+            keys_.Set(key, value);
         }
     }
     return true;
@@ -155,8 +155,24 @@ void clsTLXPrefs::RemovePreferred(std::int32_t accountId) {
     }
 }
 
+// Moves those that stay to the front, one by one: whatever fails in the middle, none of them is missing.
+void clsTLXPrefs::RemovePreferred(const std::set<std::int32_t>& accountIds) {
+    if (accountIds.empty()) {
+        return;
+    }
+    std::int32_t kept = 0;
+    for (const Variant& id : preferred_->Items()) {
+        if (!accountIds.contains(id.Integer())) {
+            preferred_->Item(kept++, id);
+        }
+    }
+    while (preferred_->Length() > kept) {
+        preferred_->Pop();
+    }
+}
+
 bool clsTLXPrefs::ReadPrefsFile(const std::u16string& path) {
-    keys_.clear();
+    keys_.Clear();
     try {
         TextInput file = TextInput::OpenUtf16(files_, path);
         while (!file.AtEnd()) {
@@ -165,14 +181,14 @@ bool clsTLXPrefs::ReadPrefsFile(const std::u16string& path) {
             if (fields.size() < 2) {
                 return false;
             }
-            Set(fields[0], fields[1]);
+            keys_.Set(fields[0], fields[1]);
         }
     } catch (const std::exception&) {
         return false;
     }
     // Every file that Save completed has lines. One without any was emptied by a write that could not be finished, and
     // the other copy may still know the user's preferences.
-    return !keys_.empty();
+    return !keys_.All().empty();
 }
 
 bool clsTLXPrefs::WritePrefsFile(const std::u16string& path) {
@@ -180,7 +196,7 @@ bool clsTLXPrefs::WritePrefsFile(const std::u16string& path) {
     try {
         TextOutput file = TextOutput::OpenUtf16(files_, path);
         opened = true;
-        for (const auto& [key, value] : keys_) {
+        for (const auto& [key, value] : keys_.All()) {
             file.Write(key);
             file.Write(std::u16string_view(&fieldSeparator, 1));
             file.WriteLine(value);
@@ -202,41 +218,22 @@ bool clsTLXPrefs::LoadPrefs(const std::u16string& path) {
 
 bool clsTLXPrefs::StorePrefs(const std::u16string& path) {
     try {
-        Set(keyHistory, JoinedIds(*history_));
-        Set(keyPreferred, JoinedIds(*preferred_));
+        keys_.Set(keyHistory, JoinedIds(*history_));
+        keys_.Set(keyPreferred, JoinedIds(*preferred_));
         return WritePrefsFile(path);
     } catch (const std::exception&) {
         return false;
     }
 }
 
-const std::u16string* clsTLXPrefs::Find(const std::u16string& key) const {
-    for (const auto& [name, value] : keys_) {
-        if (name == key) {
-            return &value;
-        }
-    }
-    return nullptr;
-}
-
 std::u16string clsTLXPrefs::ValueOf(const std::u16string& key, const std::u16string& absent) const {
-    const std::u16string* value = Find(key);
+    const std::u16string* value = keys_.Find(key);
     return value != nullptr ? *value : absent;
-}
-
-void clsTLXPrefs::Set(const std::u16string& key, const std::u16string& value) {
-    for (auto& [name, held] : keys_) {
-        if (name == key) {
-            held = value;
-            return;
-        }
-    }
-    keys_.emplace_back(key, value);
 }
 
 bool clsTLXPrefs::ReadIds(const std::u16string& key, std::shared_ptr<List>& list) {
     list = std::make_shared<List>(mutexes_);
-    Set(key, ValueOf(key, u""));
+    keys_.Set(key, ValueOf(key, u""));
     try {
         for (const std::u16string& piece : Split(ValueOf(key, u""), u",")) {
             list->Append(ToInteger32(piece));

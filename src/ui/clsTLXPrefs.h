@@ -2,12 +2,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "common/List.h"
 #include "platform/FileSystem.h"
+#include "ui/KeyTable.h"
 
 namespace korvanta {
 
@@ -43,6 +43,8 @@ class clsTLXPrefs {
     void SetLastSelectedAccount(std::int32_t accountId);
     void AddPreferred(std::int32_t accountId);
     void RemovePreferred(std::int32_t accountId);
+    // All of these, wherever they are, in one walk.
+    void RemovePreferred(const std::set<std::int32_t>& accountIds);
 
   private:
     bool ReadPrefsFile(const std::u16string& path);
@@ -52,17 +54,14 @@ class clsTLXPrefs {
     bool ReplaceLocalCopy();
     void TakeOverStored();
     bool TakeOver(const std::u16string& path);
-    // None when the key is absent.
-    const std::u16string* Find(const std::u16string& key) const;
     std::u16string ValueOf(const std::u16string& key, const std::u16string& absent) const;
-    void Set(const std::u16string& key, const std::u16string& value);
     bool ReadIds(const std::u16string& key, std::shared_ptr<List>& list);
 
     FileSystem& files_;
     MutexFactory& mutexes_;
     std::u16string localPath_;
     std::u16string serverPath_;
-    std::vector<std::pair<std::u16string, std::u16string>> keys_;
+    KeyTable keys_;
     std::shared_ptr<List> history_;
     std::shared_ptr<List> preferred_;
     // Whether what is stored is known here: it was read, or it comes from here.

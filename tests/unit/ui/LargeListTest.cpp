@@ -57,4 +57,26 @@ TEST_F(LargeListTest, EveryAccountMayBePreferred) {
     EXPECT_EQ(Ids(Dialog().ctlAccountListPreferred).size(), 2'000U);
 }
 
+TEST_F(LargeListTest, PreferencesWithAHundredThousandKeysLoadAndSaveInASaneTime) {
+    std::u16string text;
+    for (std::int32_t i = 0; i < 100'000; ++i) {
+        text += u"key" + NumberText(i) + u"\u0001value\r\n";
+    }
+    files.WriteUtf16(prefsFile, text);
+    ExpectSane("loading", [this] { Prefs(); });
+    ExpectSane("saving", [this] { EXPECT_TRUE(Prefs().Save()); });
+    EXPECT_TRUE(files.ReadUtf16(prefsFile).starts_with(text));
+}
+
+TEST_F(LargeListTest, PreferredAccountsThatAreNoLongerThereAreForgottenInASaneTime) {
+    std::u16string text = u"preferred\u00011000,1001";
+    for (std::int32_t i = 0; i < 100'000; ++i) {
+        text += u"," + NumberText(2'000'000 + i);
+    }
+    files.WriteUtf16(prefsFile, text + u",1002\r\n");
+    ExpectSane("showing", [this] { Offer(1); });
+    EXPECT_THAT(Ids(Dialog().ctlAccountListPreferred), ElementsAre(1000, 1001, 1002));
+    EXPECT_THAT(Numbers(*Prefs().Preferred()), ElementsAre(1000, 1001, 1002));
+}
+
 }  // namespace korvanta

@@ -1,6 +1,7 @@
 #include "ui/clsTLXPrefs.h"
 
 #include <memory>
+#include <set>
 
 #include "fakes/FakeClock.h"
 #include "fakes/FakeFileSystem.h"
@@ -395,6 +396,18 @@ TEST_F(PrefsTest, TheListsStayTheSameObjectsWhateverIsSelected) {
     preferred->Item(1, 1);
     EXPECT_TRUE(prefs.Save());
     EXPECT_EQ(files.ReadUtf16(server), u"history\u0001\r\npreferred\u00012,1\r\n");
+}
+
+TEST_F(PrefsTest, SeveralPreferredAccountsGoAtOnceAndTheOthersKeepTheirOrder) {
+    files.WriteUtf16(server, u"preferred\u00015,1,4,1,3,2\r\n");
+    clsTLXPrefs prefs = Load();
+    const std::shared_ptr<List> preferred = prefs.Preferred();
+    prefs.RemovePreferred(std::set<std::int32_t>{});
+    EXPECT_THAT(Numbers(preferred), ElementsAre(5, 1, 4, 1, 3, 2));
+    prefs.RemovePreferred({1, 3, 77});
+    EXPECT_THAT(Numbers(preferred), ElementsAre(5, 4, 2));
+    prefs.RemovePreferred({5, 4, 2});
+    EXPECT_THAT(Numbers(preferred), IsEmpty());
 }
 
 }  // namespace korvanta
