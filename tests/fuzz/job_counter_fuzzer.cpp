@@ -9,7 +9,7 @@ namespace korvanta {
 namespace {
 
 constexpr std::int32_t fileNumbers = 1000;
-constexpr std::size_t mostSteps = 24;
+constexpr std::size_t mostSteps = 12;
 
 std::optional<std::int32_t> CounterIn(std::u16string text) {
     while (text.ends_with(u'\r') || text.ends_with(u'\n')) {
