@@ -60,6 +60,18 @@ void VisitFolder(const std::wstring& folder, Visit visit) {
     FindClose(search);
 }
 
+// Names of the files, or of the folders, in a folder.
+std::vector<std::wstring> Names(const std::wstring& folder, bool folders) {
+    std::vector<std::wstring> names;
+    VisitFolder(folder, [&](const std::wstring& name, bool isFolder) {
+        if (isFolder == folders) {
+            names.push_back(name);
+        }
+    });
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
 }  // namespace
 
 bool FileExists(const std::wstring& path) {
@@ -157,14 +169,11 @@ void DeleteTree(const std::wstring& path) {
 }
 
 std::vector<std::wstring> FileNames(const std::wstring& folder) {
-    std::vector<std::wstring> names;
-    VisitFolder(folder, [&](const std::wstring& name, bool isFolder) {
-        if (!isFolder) {
-            names.push_back(name);
-        }
-    });
-    std::sort(names.begin(), names.end());
-    return names;
+    return Names(folder, false);
+}
+
+std::vector<std::wstring> FolderNames(const std::wstring& folder) {
+    return Names(folder, true);
 }
 
 std::string Utf16Bytes(const std::wstring& text) {

@@ -24,6 +24,8 @@ void DeleteFileIfThere(const std::wstring& path);
 void DeleteTree(const std::wstring& path);
 // Names of the files in a folder, sorted; none when the folder is missing.
 std::vector<std::wstring> FileNames(const std::wstring& folder);
+// Likewise of the folders in it.
+std::vector<std::wstring> FolderNames(const std::wstring& folder);
 
 // UTF-16 little-endian with a byte-order mark.
 std::string Utf16Bytes(const std::wstring& text);
