@@ -25,11 +25,6 @@ const std::vector<Report::Row>& Report::Rows() {
     return rows;
 }
 
-int Report::Counted(const std::string& what) const {
-    const auto found = happened_.find(what);
-    return found == happened_.end() ? 0 : found->second;
-}
-
 bool Report::Print() const {
     std::printf("\n%s\n", title_.c_str());
     for (const auto& [what, times] : happened_) {
@@ -58,7 +53,7 @@ bool Report::PrintRow(const Row& row) const {
     const double growth =
         static_cast<double>(samples_.back().second.*row.figure - samples_.front().second.*row.figure) /
         static_cast<double>(row.unit);
-    const double thousands = jobs_ / 1000.0;
+    const double thousands = samples_.back().first / 1000.0;
     // A short soak has the bar of a whole thousand: it finds what grows with each job.
     const bool met = known && growth <= row.bar * std::max(1.0, thousands);
     std::printf("  %+8.0f  %+9.1f  %+7.0f  %s\n", growth, growth / thousands, row.bar, met ? "met" : "MISSED");

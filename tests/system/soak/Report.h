@@ -9,11 +9,10 @@
 // What a soak has counted, and whether that is good enough.
 class Report {
   public:
-    Report(std::string title, int jobs) : title_(std::move(title)), jobs_(jobs) {}
+    explicit Report(std::string title) : title_(std::move(title)) {}
 
     // What happened so often: a way in which jobs were answered, or something that befell the client between them.
     void Count(const std::string& what, int times = 1) { happened_[what] += times; }
-    int Counted(const std::string& what) const;
     // What the client holds after so many of the jobs; the first one is what the growth is counted from.
     void Sample(int jobsDone, const driver::ProcessCounts& counts) { samples_.emplace_back(jobsDone, counts); }
     // Writes the tables to the standard output. False when a figure has grown more than its bar allows, or is unknown.
@@ -25,7 +24,6 @@ class Report {
     bool PrintRow(const Row& row) const;
 
     std::string title_;
-    int jobs_;
     std::map<std::string, int> happened_;
     std::vector<std::pair<int, driver::ProcessCounts>> samples_;
 };

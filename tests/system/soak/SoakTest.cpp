@@ -31,7 +31,7 @@ int Times(const std::map<std::string, int>& entries, const std::string& entry) {
 
 }  // namespace
 
-SoakTest::SoakTest(const std::string& title) : report_(title, Wanted()) {}
+SoakTest::SoakTest(const std::string& title) : report_(title) {}
 
 int SoakTest::Wanted() {
     const char* jobs = std::getenv("KORVANTA_SOAK_JOBS");
@@ -213,9 +213,8 @@ void SoakTest::ReturnNotifications() {
 }
 
 void SoakTest::LetSomethingHappen(const std::function<void(const std::vector<int>&)>& answer) {
-    constexpr int kinds = 5;
     constexpr int jobs = 2;
-    switch (happened_++ % kinds) {
+    switch (happened_++ % happenings) {
         case 0:
             Refresh();
             break;

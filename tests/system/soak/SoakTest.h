@@ -25,9 +25,9 @@ class SoakTest : public SystemTest {
     static int Wanted();
     void StartWithLog(const std::wstring& arguments = L"");
     // Calls `round`, which deals with as many jobs as it is given or fewer, until all are done, and measures now and
-    // then what the client holds; for the first time when it has warmed up by some jobs that do not count.
-    template <typename Round>
-    void GoThrough(Round round);
+    // then what the client holds. First it warms up, by jobs that do not count and by whatever `happen` lets happen.
+    template <typename Round, typename Happen>
+    void GoThrough(Round round, Happen happen);
 
     // The next job of the server, announced at once, or so many of them. Their numbers come back.
     int AnnounceNext();
@@ -44,7 +44,9 @@ class SoakTest : public SystemTest {
     // The job gets no notification: it was cancelled, or its server was gone.
     void ExpectNone(int job);
 
-    // What happens to the server between the jobs: one thing after the other. Some of it comes with jobs of its own,
+    // How many kinds of things there are that happen to the server between the jobs.
+    static constexpr int happenings = 5;
+    // What happens next: one thing after the other. Some of it comes with jobs of its own,
     // which `answer` is to answer.
     void LetSomethingHappen(const std::function<void(const std::vector<int>&)>& answer);
     // The share for notifications is away, and back.
@@ -102,10 +104,13 @@ void Await(const std::string& what, Condition condition) {
 
 }  // namespace soak
 
-template <typename Round>
-void SoakTest::GoThrough(Round round) {
-    constexpr int measures = 4;
+template <typename Round, typename Happen>
+void SoakTest::GoThrough(Round round, Happen happen) {
+    const int measures = std::min(4, Wanted());
     const int warmUp = std::clamp(Wanted() / 10, 20, 100);
+    for (int kind = 0; kind < happenings; ++kind) {
+        happen();
+    }
     while (Announced() < warmUp) {
         round(warmUp - Announced());
     }

@@ -32,6 +32,9 @@ class TestModeSoak : public SoakTest {
         ReturnNotifications();
         Result().Count("job whose server could not be notified, with the message");
     }
+    void Happen() {
+        LetSomethingHappen([this](const std::vector<int>& jobs) { Answer(jobs); });
+    }
     void Round(int most) {
         constexpr int mostAtOnce = 8;
         constexpr int between = 4;  // rounds from one event to the next
@@ -41,7 +44,7 @@ class TestModeSoak : public SoakTest {
         }
         Answer(AnnounceNext(Any(1, mostAtOnce - 3)));
         if (++rounds_ % between == 0) {
-            LetSomethingHappen([this](const std::vector<int>& jobs) { Answer(jobs); });
+            Happen();
         }
         if (rounds_ % (10 * between) == 1) {
             LoseNotification();
@@ -54,7 +57,7 @@ class TestModeSoak : public SoakTest {
 
 TEST_F(TestModeSoak, NothingGrowsAndNoJobIsLostOrChargedTwice) {
     ASSERT_NO_FATAL_FAILURE(StartWithLog(L"/test"));
-    GoThrough([this](int most) { Round(most); });
+    GoThrough([this](int most) { Round(most); }, [this] { Happen(); });
     Conclude();
 }
 
@@ -173,17 +176,26 @@ class ByHandSoak : public SoakTest {
         }
     }
     void Round(int most) {
-        constexpr int whole = 12;
-        if (most < whole) {
-            BySearch();
-            return;
+        constexpr int ways = 10;
+        constexpr int mostAtOnce = 4;  // and one to end with
+        switch (rounds_++ % ways) {
+            case 0:
+                return ByPreferred();
+            case 1:
+                return ByRecent();
+            case 2:
+                return Cancelled();
+            case 3:
+                return Escaped();
+            case 4:
+                return most > mostAtOnce ? AllAtOnce(Any(2, mostAtOnce)) : BySearch();
+            case ways - 1:
+                return most > 1 ? Happen() : BySearch();
+            default:
+                return BySearch();
         }
-        BySearch();
-        ByPreferred();
-        ByRecent();
-        Cancelled();
-        Escaped();
-        AllAtOnce(Any(2, 4));
+    }
+    void Happen() {
         LetSomethingHappen([this](const std::vector<int>& jobs) { OneByOne(jobs); });
     }
 
@@ -193,11 +205,13 @@ class ByHandSoak : public SoakTest {
         box.Click();
         Await("the box is ticked or not", [&] { return box.Checked() == all; });
     }
+
+    int rounds_ = 0;
 };
 
 TEST_F(ByHandSoak, NothingGrowsAndNoJobIsLostOrChargedTwice) {
     ASSERT_NO_FATAL_FAILURE(StartWithLog());
-    GoThrough([this](int most) { Round(most); });
+    GoThrough([this](int most) { Round(most); }, [this] { Happen(); });
     Conclude();
 }
 
