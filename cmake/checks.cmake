@@ -37,8 +37,13 @@ add_test(NAME "system: the finished client"
 add_test(NAME "system: a soak of 50 jobs"
          COMMAND ${CMAKE_SOURCE_DIR}/tests/system/run-soak --jobs 50 --folder ${CMAKE_BINARY_DIR}/soak
                  ${KORVANTA_WINDOWS_BUILD}/bin/soak.exe ${client_program})
+add_test(NAME "system: the finished client as Windows 98 shows it"
+         COMMAND ${run_system_tests} --folder ${CMAKE_BINARY_DIR}/system-tests-98 --windows98
+                 --filter KeyboardTest.*:PopupTest.*:QueueTest.*
+                 ${KORVANTA_WINDOWS_BUILD}/bin/system_tests.exe ${client_program})
 set_tests_properties("system: the services of Windows" "system: forms and controls on the screen"
-                     "system: the finished client" "system: a soak of 50 jobs" PROPERTIES TIMEOUT 900 RUN_SERIAL TRUE)
+                     "system: the finished client" "system: the finished client as Windows 98 shows it"
+                     "system: a soak of 50 jobs" PROPERTIES TIMEOUT 900 RUN_SERIAL TRUE)
 # The others have web servers of their own making; this one is what administrators use.
 add_test(NAME "system: HTTP monitoring with nginx" COMMAND ${CMAKE_SOURCE_DIR}/run --http --virtual)
 set_tests_properties("system: HTTP monitoring with nginx" PROPERTIES TIMEOUT 300 RUN_SERIAL TRUE)

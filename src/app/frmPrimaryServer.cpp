@@ -11,6 +11,7 @@ namespace korvanta {
 namespace {
 constexpr int margin = 180;
 constexpr int gap = 120;
+constexpr int wrapSlack = 90;
 constexpr int smallestButton = 1260;
 constexpr int buttonRoom = 300;  // around its caption
 constexpr int smallestWidth = 7200;
@@ -59,9 +60,24 @@ void frmPrimaryServer::ChooseSize() {
 
 // Room for the whole text, which breaks between words.
 int frmPrimaryServer::ExplanationHeight(int clientWidth) const {
-    const int text = platform_.textMeasure.Width(lblExplanation.Caption(), false);
-    const int lines = text / std::max(clientWidth - 2 * margin, 1) + 2;
-    return lines * (platform_.textMeasure.LineHeight(false) + 30);
+    TextMeasure& measure = platform_.textMeasure;
+    // A little less than there is, lest Windows, which rounds otherwise, breaks a line earlier.
+    const int room = clientWidth - 2 * margin - wrapSlack;
+    const std::u16string& text = lblExplanation.Caption();
+    int lines = 1;
+    std::size_t lineStart = 0;
+    for (std::size_t end = text.find(u' '); lineStart < text.size(); end = text.find(u' ', end + 1)) {
+        const std::size_t wordEnd = std::min(end, text.size());
+        const std::size_t wordStart = text.rfind(u' ', wordEnd - 1) + 1;
+        if (wordStart > lineStart && measure.Width(text.substr(lineStart, wordEnd - lineStart), false) > room) {
+            ++lines;
+            lineStart = wordStart;
+        }
+        if (end == std::u16string::npos) {
+            break;
+        }
+    }
+    return lines * measure.LineHeight(false) + gap;
 }
 
 int frmPrimaryServer::ButtonWidth() const {

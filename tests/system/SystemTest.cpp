@@ -61,7 +61,7 @@ SystemTest::SystemTest()
       server_(SharesFolder(), L"SRV" + folder_.substr(folder_.rfind(L'\\') + 1)) {
     driver::DeleteTree(folder_);
     driver::ClearMachineSettings();
-    driver::PretendWindows98(false);
+    driver::PretendWindows98(GetEnvironmentVariableW(L"KORVANTA_WINDOWS98", nullptr, 0) != 0);
     client_ = std::make_unique<driver::Client>(Program(), folder_);
 }
 

@@ -156,8 +156,16 @@ std::optional<MessageWindow> RunningClient::WaitForMessage(std::chrono::millisec
 }
 
 bool RunningClient::WaitForMonitoring(std::chrono::milliseconds limit) const {
+    std::wstring first;
     const auto beats = [&] {
         const std::wstring activity = Control(L"frmMain", L"lblActivity").Text();
+        // In any language: the start is through when something is due, and a beat writes a text with another time.
+        if (first.empty() && !Control(L"frmMain", L"lblFullRefreshDue").Text().empty()) {
+            first = activity;
+        }
+        if (!first.empty() && activity != first) {
+            return true;
+        }
         for (const wchar_t* text :
              {L" Idle.", L" Idle", L" Polling servers", L" Polling printers", L" Checking for new jobs"}) {
             if (activity.ends_with(text)) {
