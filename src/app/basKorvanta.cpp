@@ -221,7 +221,8 @@ std::shared_ptr<IJobDetectionObject> basKorvanta::MakeDetector(std::int32_t meth
                                                         platform_.messageLoop, information_, log_);
     }
     return std::make_shared<clsJobDetectionFile>(*serverInterfaces_, *printersMonitored_, clientSettings_,
-                                                 platform_.mutexes, platform_.system, log_, information_.UserName());
+                                                 platform_.mutexes, platform_.clock, platform_.system, log_,
+                                                 information_.UserName());
 }
 
 void basKorvanta::MakeForms() {

@@ -20,6 +20,9 @@ constexpr std::int32_t fileNumbers = 1000;
 // So many files in a row that are there but empty are a web server that does not answer, or that has a page for every
 // address: it is asked for no more of them in one poll.
 constexpr int mostEmptyFiles = 5;
+// A server that takes longer over an empty file is not there: each further question would keep the user waiting as
+// long.
+constexpr std::int64_t longestEmptyAnswer = 5;  // seconds
 constexpr std::uint32_t readRetryMilliseconds = 200;
 
 // The lower-cased server of a full printer name.
@@ -48,11 +51,12 @@ std::int32_t CounterFrom(std::u16string_view text) {
 
 clsJobDetectionFile::clsJobDetectionFile(clsServerInterfaces& serverInterfaces,
                                          const clsPrintersMonitored& printersMonitored,
-                                         const clsClientSettings& clientSettings, MutexFactory& mutexes, System& system,
-                                         TraceLog& log, const std::u16string& windowsUserName)
+                                         const clsClientSettings& clientSettings, MutexFactory& mutexes, Clock& clock,
+                                         System& system, TraceLog& log, const std::u16string& windowsUserName)
     : serverInterfaces_(serverInterfaces),
       printersMonitored_(printersMonitored),
       clientSettings_(clientSettings),
+      clock_(clock),
       system_(system),
       log_(log),
       windowsUserName_(windowsUserName),
@@ -178,6 +182,7 @@ void clsJobDetectionFile::PollServer(const std::u16string& serverName) {
     // Once around is enough, whatever a server has under all these numbers.
     for (std::int32_t i = 0; i < fileNumbers && emptyFiles < mostEmptyFiles; ++i) {
         const std::int32_t number = NextFile(serverName);
+        const DateTime asked = clock_.Now();
         if (!server->TestJobNotificationFile(number)) {
             break;
         }
@@ -194,6 +199,9 @@ void clsJobDetectionFile::PollServer(const std::u16string& serverName) {
         }
         IncrementJobCounter(serverName);
         emptyFiles = file.empty ? emptyFiles + 1 : 0;
+        if (file.empty && clock_.Now() > asked.PlusSeconds(longestEmptyAnswer)) {
+            break;
+        }
     }
     if (emptyFiles != 0) {
         // With nothing behind them they may be read yet, once the server answers.

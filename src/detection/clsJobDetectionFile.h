@@ -10,6 +10,7 @@
 #include "detection/JobHistories.h"
 #include "detection/OneAtATime.h"
 #include "detection/clsJobInfo.h"
+#include "platform/Clock.h"
 #include "platform/Mutex.h"
 #include "platform/System.h"
 
@@ -25,8 +26,8 @@ class clsJobDetectionFile : public IJobDetectionObject {
   public:
     // `windowsUserName` is the user's name in the letter case in which Windows keeps it.
     clsJobDetectionFile(clsServerInterfaces& serverInterfaces, const clsPrintersMonitored& printersMonitored,
-                        const clsClientSettings& clientSettings, MutexFactory& mutexes, System& system, TraceLog& log,
-                        const std::u16string& windowsUserName);
+                        const clsClientSettings& clientSettings, MutexFactory& mutexes, Clock& clock, System& system,
+                        TraceLog& log, const std::u16string& windowsUserName);
 
     // Reads every file that has come since the last poll from every healthy server, and reports the jobs.
     void PollServers();
@@ -63,6 +64,7 @@ class clsJobDetectionFile : public IJobDetectionObject {
     clsServerInterfaces& serverInterfaces_;
     const clsPrintersMonitored& printersMonitored_;
     const clsClientSettings& clientSettings_;
+    Clock& clock_;
     System& system_;
     TraceLog& log_;
     const std::u16string windowsUserName_;

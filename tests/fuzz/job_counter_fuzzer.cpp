@@ -132,6 +132,7 @@ class Play {
                                   organisation_.printersMonitored,
                                   organisation_.settings,
                                   organisation_.platform.mutexes,
+                                  organisation_.platform.clock,
                                   organisation_.platform.system,
                                   organisation_.log,
                                   u"JSmith"};

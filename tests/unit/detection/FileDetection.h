@@ -59,6 +59,7 @@ class FileDetection : public testing::Test {
                                   organisation_.printersMonitored,
                                   organisation_.settings,
                                   organisation_.platform.mutexes,
+                                  organisation_.platform.clock,
                                   system_,
                                   organisation_.log,
                                   u"JSmith"};

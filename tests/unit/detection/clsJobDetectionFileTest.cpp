@@ -334,7 +334,8 @@ TEST_F(JobDetectionFile, HealthTestOfNoServerPasses) {
     const clsPrintersMonitored nothing(organisation_.serverInterfaces, organisation_.platform.mutexes,
                                        organisation_.log, u"srv");
     clsJobDetectionFile detector(organisation_.serverInterfaces, nothing, organisation_.settings,
-                                 organisation_.platform.mutexes, system_, organisation_.log, u"JSmith");
+                                 organisation_.platform.mutexes, organisation_.platform.clock, system_,
+                                 organisation_.log, u"JSmith");
     IJobDetectionObject& object = detector;
     files_.Down(u"srv");
     EXPECT_TRUE(object.TestServerHealth());
@@ -422,6 +423,20 @@ TEST_F(JobDetectionOverHttp, ServerThatHasEveryFileAndNoneIsNotAskedForAllOfThem
     detector_.PollServers();
     EXPECT_EQ(sink_.Documents(), Texts{u"job"});
     EXPECT_EQ(OwnLines()[1], u"Testing for job notification file 998") << "no number was passed over";
+}
+
+TEST_F(JobDetectionOverHttp, ServerThatLetsWaitAndHasNothingIsLeftAloneUntilTheNextPoll) {
+    PutCounter(u"5");
+    Start();
+    internet_.Down(u"SRV");
+    organisation_.platform.messageLoop.onRunPending = [this] { organisation_.platform.clock.AdvanceSeconds(2); };
+    detector_.PollServers();
+    EXPECT_EQ(system_.sleeps.size(), 1U);
+    organisation_.platform.messageLoop.onRunPending = nullptr;
+    internet_.Up(u"SRV");
+    internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith.005", Organisation::JobText(laser, u"job"));
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
 }
 
 TEST_F(JobDetectionOverHttp, EmptyFilesArePassedOverToAJobBehindThem) {
