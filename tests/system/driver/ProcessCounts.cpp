@@ -45,7 +45,7 @@ std::int64_t CountWindows(DWORD processId) {
 std::int64_t CountUserObjects() {
     constexpr unsigned firstHandle = 0x20;
     constexpr unsigned step = 2;
-    constexpr std::size_t enough = 4096;
+    constexpr std::size_t enough = 2048;  // places that were left free beyond these would count as used
     std::vector<HMENU> own;
     std::int64_t places = 0;
     while (own.size() < enough) {

@@ -48,10 +48,10 @@ void SoakTest::StartWithLog(const std::wstring& arguments) {
 // A client that looks at the counter when the numbers have just begun anew takes it over and reads nothing. So the
 // server has no counter to show for a while then, and the client goes by the files.
 void SoakTest::WriteCounter() const {
-    constexpr int while_ = 50;
+    constexpr int filesWithoutCounter = 50;
     const int next = Announced() % fileNumbers;
     const std::wstring user = driver::CurrentUserLowerCase();
-    if (next < while_ && Announced() >= fileNumbers) {
+    if (next < filesWithoutCounter && Announced() >= fileNumbers) {
         driver::DeleteFileIfThere(Reachable().JobsFolder() + L"\\" + user + L".tlu");
     } else {
         Reachable().WriteCounter(user, next);
@@ -255,7 +255,7 @@ void SoakTest::Settle() {
 
 // Of several looks the least: what only comes and goes does not grow.
 void SoakTest::Measure(int jobsDone) {
-    constexpr int looks = 5;
+    constexpr int looks = 3;
     const driver::Window queued = DialogControl(L"lblJobsQueued");
     Await("the client rests", [&] {
         return queued.Text() == L"0" && !Dialog().Visible() && driver::MessageWindowsOf(Client().ProcessId()).empty();
