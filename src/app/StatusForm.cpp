@@ -46,8 +46,8 @@ void StatusForm::ChooseSize() {
 
 void StatusForm::SetCaptions() {
     Caption(u"Korvanta Costbridge Client");
-    ctlBanner1.Title(u"Korvanta Costbridge Client");
-    ctlBanner1.Description(u"Watches the monitored printers for documents that you print.");
+    ctlBanner1.ReadProperties({{u"Title", u"Korvanta Costbridge Client"},
+                               {u"Description", u"Watches the monitored printers for documents that you print."}});
     lblJobDetectionMethodCaption.Caption(u"Job detection method:");
     lblPrinters.Caption(u"Monitored &printers:");
     cmdRefresh.Caption(u"&Refresh");

@@ -30,8 +30,8 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator
       systemInformation_(systemInformation) {
     Border(BorderStyle::FixedDialog);
     Caption(u"Korvanta - Primary Server");
-    ctlBanner1.Title(u"Primary server");
-    ctlBanner1.Description(u"The server that tells this computer what to charge, and where.");
+    ctlBanner1.ReadProperties({{u"Title", u"Primary server"},
+                               {u"Description", u"The server that tells this computer what to charge, and where."}});
     lblExplanation.Caption(
         u"In order for Account Number tracking to function, Korvanta needs to know the name of the Primary Korvanta "
         u"Server. Please enter this below. If in doubt, contact your system administrator.");

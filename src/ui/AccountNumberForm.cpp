@@ -73,8 +73,8 @@ void AccountNumberForm::ChooseFirstSize() {
 
 void AccountNumberForm::SetCaptions() {
     Caption(u"Korvanta - Account Selection");
-    ctlBanner1.Title(u"Account selection");
-    ctlBanner1.Description(u"Choose the account to charge this document to.");
+    ctlBanner1.ReadProperties(
+        {{u"Title", u"Account selection"}, {u"Description", u"Choose the account to charge this document to."}});
     lblDocumentCaption.Caption(u"Document:");
     lblPrinterCaption.Caption(u"Printer:");
     lblJobsQueuedCaption.Caption(u"Jobs queued:");

@@ -15,6 +15,14 @@ constexpr int titleTop = 90;
 constexpr int gap = 45;
 constexpr int shortLink = 600;  // enough to click on
 constexpr int linkSlack = 120;  // for rounding and the focus rectangle
+
+// The defaults of the properties.
+constexpr Color backColor = systemColor::windowBackground;
+constexpr Color foreColor = systemColor::buttonText;
+constexpr std::int16_t transparent = 0;
+constexpr std::int16_t noBorder = 0;
+const char16_t* const title = u"Title goes here";
+const char16_t* const description = u"Description goes here";
 }  // namespace
 
 ctlBanner::ctlBanner(std::u16string name, const BannerServices& services)
@@ -35,8 +43,7 @@ ctlBanner::ctlBanner(std::u16string name, const BannerServices& services)
     Line2.ForeColor(systemColor::buttonHighlight);
     Add(Line1);
     Add(Line2);
-    Title(u"Title goes here");
-    Description(u"Description goes here");
+    ReadProperties({});
     lblLink.Caption(productWebSite);
     lblLink.Click.Connect([this] { OpenLink(); });
 
@@ -101,6 +108,28 @@ void ctlBanner::Refresh() {
     if (Peer() != nullptr) {
         Peer()->Repaint();
     }
+}
+
+void ctlBanner::ReadProperties(const PropertyBag& bag) {
+    BackColor(bag.Read(u"BackColor", backColor));
+    ForeColor(bag.Read(u"ForeColor", foreColor));
+    Enabled(bag.Read(u"Enabled", true));
+    BackStyle(bag.Read(u"BackStyle", transparent));
+    BorderStyle(bag.Read(u"BorderStyle", noBorder));
+    Title(bag.Read(u"Title", title));
+    Description(bag.Read(u"Description", description));
+    LinkVisible(bag.Read(u"LinkVisible", true));
+}
+
+void ctlBanner::WriteProperties(PropertyBag& bag) const {
+    bag.Write(u"BackColor", BackColor(), backColor);
+    bag.Write(u"ForeColor", ForeColor(), foreColor);
+    bag.Write(u"Enabled", Enabled(), true);
+    bag.Write(u"BackStyle", backStyle_, transparent);
+    bag.Write(u"BorderStyle", borderStyle_, noBorder);
+    bag.Write(u"Title", Title(), title);
+    bag.Write(u"Description", Description(), description);
+    bag.Write(u"LinkVisible", linkVisible_, true);
 }
 
 void ctlBanner::Shown() {

@@ -9,6 +9,7 @@
 #include "platform/FileSystem.h"
 #include "platform/Shell.h"
 #include "platform/TextMeasure.h"
+#include "ui/PropertyBag.h"
 
 namespace korvanta {
 
@@ -46,6 +47,10 @@ class ctlBanner : public Container {
     using Control::BackColor;
     void BackColor(Color color);
     void Refresh();
+
+    // The properties above under the names of their functions; what the bag lacks is set to its default.
+    void ReadProperties(const PropertyBag& bag);
+    void WriteProperties(PropertyBag& bag) const;
 
     // Gives the rows the heights of texts as they are now.
     void Measure();

@@ -6,6 +6,7 @@
 #include "SystemTest.h"
 #include "driver/Files.h"
 #include "driver/Keyboard.h"
+#include "driver/MachineSettings.h"
 #include "driver/Wait.h"
 
 using driver::Keyboard;
@@ -254,6 +255,27 @@ TEST_F(KeyboardTest, TheWholeRoadToOkIsWalkedWithKeysAlone) {
     Keyboard::Press(VK_RETURN);
     ExpectNotification(expected);
     EXPECT_TRUE(Client().WaitForHidden(L"frmAccountNumber"));
+}
+
+TEST_F(KeyboardTest, TheLinkOfTheBannerIsOpenedWithAKey) {
+    driver::SetMachineSetting(L"ResellerURL", L"http://localhost/help");
+    ASSERT_NO_FATAL_FAILURE(Offer());
+    ASSERT_TRUE(TabTo(L"lblLink"));
+    EXPECT_EQ(DialogControl(L"lblLink").Text(), L"http://localhost/help");
+    Keyboard::Press(VK_RETURN);
+    std::wstring page;
+    ASSERT_TRUE(WaitFor([&] {
+        for (const std::wstring& name : driver::FileNames(Client().TemporaryFolder())) {
+            page = name.starts_with(L"TL") && name.ends_with(L".htm") ? name : page;
+        }
+        return !page.empty();
+    }));
+    EXPECT_EQ(driver::ReadBytes(Client().TemporaryFolder() + L"\\" + page),
+              "<HTML><META HTTP-EQUIV=\"Refresh\" CONTENT=\"1; URL=http://localhost/help\">\r\n"
+              "<BODY bgcolor=\"white\"><FONT FACE=\"Verdana,Arial,Helvetica\">Please wait, loading "
+              "<A HREF=http://localhost/help\">http://localhost/help</A> ....</FONT></BODY></HTML>\r\n");
+    EXPECT_TRUE(Dialog().Visible()) << "Enter on the link presses no button";
+    EXPECT_TRUE(Server().NotificationNames().empty());
 }
 
 TEST_F(KeyboardTest, CancelAndTheMessageAfterItAreAnsweredWithKeysAlone) {

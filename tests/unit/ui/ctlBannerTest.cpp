@@ -68,6 +68,42 @@ TEST_F(BannerTest, MeasuresItsRowsAnewWhenTextsAreOfAnotherSize) {
     EXPECT_EQ(banner.Line2.Position().width, width);
 }
 
+TEST_F(BannerTest, AFormKeepsThePropertiesThatAreNotTheDefaultUnderTheirNames) {
+    PropertyBag bag;
+    banner.WriteProperties(bag);
+    EXPECT_EQ(bag.Size(), 0U);
+
+    const PropertyBag kept{{u"BackColor", Color{0x123456}},
+                           {u"ForeColor", Color{0x654321}},
+                           {u"Enabled", false},
+                           {u"BackStyle", std::int16_t{1}},
+                           {u"BorderStyle", std::int16_t{1}},
+                           {u"Title", u"T"},
+                           {u"Description", u"D"},
+                           {u"LinkVisible", false}};
+    banner.ReadProperties(kept);
+    const ctlBanner& read = banner;
+    EXPECT_EQ(read.BackColor(), 0x123456U);
+    EXPECT_EQ(read.ForeColor(), 0x654321U);
+    EXPECT_FALSE(read.Enabled());
+    EXPECT_EQ(read.BackStyle(), 1);
+    EXPECT_EQ(read.BorderStyle(), 1);
+    EXPECT_EQ(read.Title(), u"T");
+    EXPECT_EQ(read.Description(), u"D");
+    EXPECT_FALSE(read.LinkVisible());
+    banner.WriteProperties(bag);
+    EXPECT_EQ(bag.Size(), 8U);
+    EXPECT_EQ(bag.Read(u"Title", u""), u"T");
+    EXPECT_EQ(bag.Read(u"BackColor", Color{}), 0x123456U);
+
+    banner.ReadProperties({{u"Title", true}});
+    EXPECT_EQ(read.Title(), u"Title goes here") << "what is of another kind counts as lacking";
+    EXPECT_EQ(read.BackColor(), 0x80000005U);
+    EXPECT_TRUE(read.LinkVisible());
+    banner.WriteProperties(bag);
+    EXPECT_EQ(bag.Size(), 0U);
+}
+
 TEST_F(BannerTest, APropertyReachesWhatItAppliesToAtOnce) {
     banner.Title(u"T & T");
     banner.Description(u"D");
