@@ -9,3 +9,13 @@ foreach(scenario start refresh accept cancel preferences)
     set_tests_properties("torture: ${scenario}, ${detection}" PROPERTIES TIMEOUT 600)
   endforeach()
 endforeach()
+
+# Simulated days, each decided by its seed. Many days want a build without the sanitizers: cmake --preset fast.
+find_package(Threads REQUIRED)
+file(GLOB simulation_sources CONFIGURE_DEPENDS tests/simulation/*.cpp)
+add_executable(simulation ${simulation_sources})
+target_link_libraries(simulation PRIVATE korvanta_fakes Threads::Threads)
+foreach(first 1 101)
+  add_test(NAME "simulation: 100 days from ${first}" COMMAND simulation --first ${first} --seeds 100 --threads 1)
+  set_tests_properties("simulation: 100 days from ${first}" PROPERTIES TIMEOUT 600)
+endforeach()

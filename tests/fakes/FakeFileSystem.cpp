@@ -47,6 +47,12 @@ class FakeFileSystem::Reader : public InputFile {
             std::memcpy(buffer, entry_->bytes.data() + position_, got);
         }
         position_ += got;
+        if (files_.onWhole) {
+            given_.append(static_cast<const char*>(buffer), got);
+            if (got == 0) {
+                files_.onWhole(entry_->path, given_);
+            }
+        }
         return windowsError::none;
     }
 
@@ -55,6 +61,7 @@ class FakeFileSystem::Reader : public InputFile {
     EntryReference entry_;
     std::shared_ptr<int> open_ = files_.openFiles_;
     std::uint64_t position_ = 0;
+    std::string given_;
 };
 
 class FakeFileSystem::Writer : public OutputFile {
@@ -157,7 +164,9 @@ std::uint64_t FakeFileSystem::ClockTime() const {
 }
 
 std::uint32_t FakeFileSystem::Begin(std::string_view call, const std::u16string& path) {
-    log.push_back(FromAscii(call) + u" " + path);
+    if (keepsLog) {
+        log.push_back(FromAscii(call) + u" " + path);
+    }
     if (onCall) {
         onCall(FromAscii(call), path);
     }
@@ -386,7 +395,9 @@ std::uint32_t FakeFileSystem::Copy(const std::u16string& from, const std::u16str
     if (fault != 0 && fault != FaultPlan::halfDone) {
         return fault;
     }
-    log.back() += u" " + to;
+    if (keepsLog) {
+        log.back() += u" " + to;
+    }
     if (const std::uint32_t pathFault = PathFault(to)) {
         return pathFault;
     }

@@ -65,9 +65,12 @@ class FakeFileSystem : public FileSystem {
     FaultPlan faults;
     // What the program asked for: "OpenForReading C:\Temp\a.txt", in order. Reads and writes are not in it.
     std::vector<std::u16string> log;
+    bool keepsLog = true;
     // Called before each read (write) of an open file, with its path; may change files.
     std::function<void(const std::u16string& path)> onRead;
     std::function<void(const std::u16string& path)> onWrite;
+    // Called when a file was read to its end without a failure, with all the bytes that the reader was given.
+    std::function<void(const std::u16string& path, const std::string& bytes)> onWhole;
     // Called at the start of each call that names a path.
     std::function<void(const std::u16string& call, const std::u16string& path)> onCall;
     // No read gives more bytes at a time than this.

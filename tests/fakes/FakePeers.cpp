@@ -70,6 +70,9 @@ class FakePeers::WindowPeer : public FormPeer {
     void Show() override {
         ++record_->shown;
         record_->visible = true;
+        if (peers_.onShow) {
+            peers_.onShow(form_);
+        }
     }
     void ShowModal() override {
         const std::shared_ptr<PeerRecord> record = record_;

@@ -46,6 +46,8 @@ class FakePeers : public PeerFactory {
     // still shown afterwards is hidden, as when the program ends.
     std::deque<std::function<void(Form& form)>> modalScripts;
     std::function<void(Form& form)> onShowModal;
+    // Called when a form is shown.
+    std::function<void(Form& form)> onShow;
     // Called while a menu is up; a test may call HandleClick of an entry.
     std::function<void(Form& form, PopupMenu& menu)> onShowPopup;
     // Called at each report of a change, after it was kept.

@@ -151,6 +151,9 @@ std::int32_t FakeSpooler::EnumJobs(PrinterHandle handle, std::uint32_t firstJob,
     }
     Lay(printer, jobs, words, neededBytes);
     returnedJobs = static_cast<std::uint32_t>(count);
+    if (onJobs) {
+        onJobs(printer, jobs);
+    }
     return 1;
 }
 
@@ -219,7 +222,11 @@ std::int32_t FakeSpooler::SetJob(PrinterHandle handle, std::int32_t jobId, std::
         return 0;
     }
     if (command == cancelJobCommand) {
+        const FakeJob job = *found;
         jobs->erase(found);
+        if (onCancelled) {
+            onCancelled(printerHandles_[handle], job);
+        }
     }
     return 1;
 }

@@ -52,6 +52,9 @@ class FakeSpooler : public Spooler {
     std::vector<std::u16string> log;
     // Called at the start of each EnumJobs: a job may come or go between two calls.
     std::function<void()> onEnumJobs;
+    // Called when an enumeration has given jobs, and when a job was cancelled.
+    std::function<void(const std::u16string& printer, const std::vector<FakeJob>& jobs)> onJobs;
+    std::function<void(const std::u16string& printer, const FakeJob& job)> onCancelled;
     // What a failing FindFirstChange gives; the other one is 0.
     ChangeHandle failedChangeHandle = -1;
     std::uint32_t lastError = 0;
