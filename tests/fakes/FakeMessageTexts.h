@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/PlainTranslator.h"
 #include "app/frmMessages.h"
+#include "fakes/PlainTranslator.h"
 
 namespace korvanta::fakes {
 

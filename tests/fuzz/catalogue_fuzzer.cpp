@@ -7,11 +7,11 @@
 #include <cctype>
 
 #include "app/CatalogueTranslator.h"
-#include "app/PlainTranslator.h"
 #include "app/frmMessages.h"
 #include "common/FormTexts.h"
 #include "common/Text.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/PlainTranslator.h"
 #include "fuzz/Fuzzing.h"
 
 namespace korvanta {
@@ -180,7 +180,7 @@ void TranslateForm(const std::string& bytes, const std::u16string& language, std
     translator.LoadCatalogue(path);
     translator.SetLanguage(language);
     translator.SelectSection(section);
-    PlainTranslator plain;
+    fakes::PlainTranslator plain;
     frmMessages form(plain);
     std::map<std::u16string, std::u16string> before;
     for (const FormText& text : TextsOf(form)) {

@@ -5,13 +5,13 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "app/PlainTranslator.h"
 #include "app/frmMessages.h"
 #include "common/Text.h"
 #include "fakes/FakeErrorReports.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeSetupFile.h"
 #include "fakes/FakeTraceLog.h"
+#include "fakes/PlainTranslator.h"
 #include "fuzz/Fuzzing.h"
 #include "ui/frmAccountNumber.h"
 
@@ -105,7 +105,7 @@ class Dialog {
     fakes::FakeTraceLog log_;
     fakes::FakeErrorReports reports_;
     fakes::FakeSetupFile setupFile_;
-    PlainTranslator translator_;
+    fakes::PlainTranslator translator_;
     frmMessages messages_{translator_};
     clsRegSettings registrySettings_{platform_.registry, setupFile_, reports_};
     clsClientSettings settings_;

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "app/PlainTranslator.h"
 #include "app/basKorvanta.h"
 #include "fakes/FakePeers.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/PlainTranslator.h"
 
 namespace korvanta::torture {
 
@@ -76,7 +76,7 @@ class World {
     std::u16string DocumentOnDialog() const;
 
     const Detection detection_;
-    PlainTranslator translator_;
+    fakes::PlainTranslator translator_;
     std::map<std::u16string, JobRecord> jobs_;
     int nextFile_ = 57;
     int nextJob_ = 1;

@@ -4,10 +4,10 @@
 
 #include <memory>
 
-#include "app/PlainTranslator.h"
 #include "app/basKorvanta.h"
 #include "fakes/FakePeers.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/PlainTranslator.h"
 
 namespace korvanta::fakes {
 

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "app/PlainTranslator.h"
 #include "app/ProgramInformation.h"
 #include "app/basGUIAPI.h"
 #include "app/frmMessages.h"
 #include "common/Deployment.h"
 #include "common/List.h"
 #include "fakes/FakePlatform.h"
+#include "fakes/PlainTranslator.h"
 
 namespace korvanta {
 namespace {
@@ -64,7 +64,7 @@ TEST_F(InformationTest, FailedNameCallsRaiseTheirErrorsWithTheSystemsNumber) {
 }
 
 TEST_F(InformationTest, CenterFormPutsTheFormInTheMiddleOfTheScreen) {
-    PlainTranslator translator;
+    fakes::PlainTranslator translator;
     frmMessages form(translator);
     form.Move({0, 0, 3000, 2000});
     CenterForm(form, windows.screen);
@@ -77,7 +77,7 @@ TEST_F(InformationTest, CenterFormPutsTheFormInTheMiddleOfTheScreen) {
 }
 
 // Writes every caption anew, as a catalogue would.
-class ReplacingTranslator : public PlainTranslator {
+class ReplacingTranslator : public fakes::PlainTranslator {
   public:
     void Translate(Container& form) override {
         for (Control* control : form.Children()) {
@@ -87,7 +87,7 @@ class ReplacingTranslator : public PlainTranslator {
 };
 
 TEST(MessagesTest, TextIsTheCaptionOfTheLabelOfThatName) {
-    PlainTranslator translator;
+    fakes::PlainTranslator translator;
     frmMessages messages(translator);
     EXPECT_EQ(messages.Form::Caption(), u"Messages for translation purposes");
     EXPECT_EQ(messages.Text(u"lblSelectAccount"), u"Please select an account from the list.");

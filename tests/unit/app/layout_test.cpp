@@ -2,7 +2,6 @@
 #include <tuple>
 
 #include "app/CatalogueTranslator.h"
-#include "app/PlainTranslator.h"
 #include "app/StatusForm.h"
 #include "app/frmMessages.h"
 #include "app/frmPrimaryServer.h"
@@ -12,6 +11,7 @@
 #include "fakes/FakeSetupFile.h"
 #include "fakes/FakeSystemInformation.h"
 #include "fakes/FakeTraceLog.h"
+#include "fakes/PlainTranslator.h"
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 #include "unit/app/ProgramFixture.h"
@@ -50,7 +50,7 @@ class FormLayoutTest : public testing::TestWithParam<double> {
     fakes::FakeTraceLog log;
     fakes::FakeSystemInformation information;
     clsRegSettings registrySettings{platform.registry, setupFile, reports};
-    PlainTranslator translator;
+    fakes::PlainTranslator translator;
     frmMessages messages{translator};
     layout::LayoutCheck check{platform.textMeasure};
 };

@@ -131,7 +131,7 @@ TEST_F(MainFormTest, JobOfThisUserReachesTheDialogAndTheLog) {
 }
 
 TEST_F(MainFormTest, WhoeverTurnsLoggingOnFindsWhatIsWrongWithTheCatalogue) {
-    class ProblemTranslator : public PlainTranslator {
+    class ProblemTranslator : public fakes::PlainTranslator {
       public:
         std::vector<std::u16string> Problems() const override { return {u"line 7: nonsense", u"line 9: nonsense"}; }
     };

@@ -248,7 +248,7 @@ TEST_F(StartUpTest, UnexpectedErrorTellsItsNumberWordsSourceAndPoint) {
     EXPECT_EQ(windows.messageBoxes.shown[0].buttons, MessageButtons::OK);
 }
 
-class OrderOfCalls : public PlainTranslator {
+class OrderOfCalls : public fakes::PlainTranslator {
   public:
     std::vector<std::u16string> calls;
     void SetSections(const std::vector<std::u16string>& sections) override {

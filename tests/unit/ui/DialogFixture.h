@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "app/PlainTranslator.h"
 #include "app/frmMessages.h"
 #include "common/Deployment.h"
 #include "common/Text.h"
@@ -16,6 +15,7 @@
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeSetupFile.h"
 #include "fakes/FakeTraceLog.h"
+#include "fakes/PlainTranslator.h"
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 #include "ui/frmAccountNumber.h"
@@ -215,7 +215,7 @@ class DialogFixture : public testing::Test {
     fakes::FakeTraceLog log;
     fakes::FakeErrorReports reports;
     fakes::FakeSetupFile setupFile;
-    PlainTranslator translator;
+    fakes::PlainTranslator translator;
     Translator* translation = &translator;  // the dialog's
     frmMessages messages{translator};
     clsRegSettings registrySettings{platform.registry, setupFile, reports};

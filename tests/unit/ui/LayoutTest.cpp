@@ -14,7 +14,7 @@ constexpr int frameWidth = 300;
 constexpr int frameHeight = 600;
 
 // Makes every caption of a form half as long again, as other languages do.
-class WordyTranslator : public PlainTranslator {
+class WordyTranslator : public fakes::PlainTranslator {
   public:
     void Translate(Container& form) override {
         for (Control* child : form.Children()) {

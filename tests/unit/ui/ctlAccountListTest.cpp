@@ -1,6 +1,6 @@
 #include "ui/ctlAccountList.h"
 
-#include "app/PlainTranslator.h"
+#include "fakes/PlainTranslator.h"
 #include "gmock/gmock.h"
 #include "gtest/gtest.h"
 
@@ -29,7 +29,7 @@ clsAccount SubAccount(std::int32_t id, const std::u16string& mainTitle, const st
 }
 
 // Gives every label that is an account list's header another text.
-class HeaderTranslator : public PlainTranslator {
+class HeaderTranslator : public fakes::PlainTranslator {
   public:
     void Translate(Container& form) override {
         if (Control* header = form.Find(u"lblAccount")) {
@@ -52,7 +52,7 @@ class AccountListTest : public testing::Test {
         clicks.clear();
     }
 
-    PlainTranslator translator;
+    fakes::PlainTranslator translator;
     ctlAccountList list{u"list", translator};
     std::vector<std::int32_t> clicks;
     int doubleClicks = 0;

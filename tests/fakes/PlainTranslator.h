@@ -2,9 +2,9 @@
 
 #include "common/Translator.h"
 
-namespace korvanta {
+namespace korvanta::fakes {
 
-// The translation component of an installation without a catalogue: captions stay as they are.
+// Captions stay as they are.
 class PlainTranslator : public Translator {
   public:
     void SetSections(const std::vector<std::u16string>&) override {}
@@ -15,4 +15,4 @@ class PlainTranslator : public Translator {
     std::vector<std::u16string> Problems() const override { return {}; }
 };
 
-}  // namespace korvanta
+}  // namespace korvanta::fakes
