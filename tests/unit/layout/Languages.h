@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -43,7 +44,9 @@ inline std::u16string PseudoText(const std::u16string& english) {
         unit = letter == std::u16string::npos || text.find(u"%") != std::u16string::npos ? unit : marked[letter];
     }
     const std::u16string filler = u" l\u00E4ng\u00EBr w\u00F6rds";
-    for (std::size_t added = 0; added < english.size() / 2 + 2; ++added) {
+    // Short words grow more than sentences do.
+    const std::size_t more = std::max(english.size() / 2, std::min<std::size_t>(english.size(), 10)) + 2;
+    for (std::size_t added = 0; added < more; ++added) {
         text += filler[added % filler.size()];
     }
     return Trim(text);
