@@ -5,8 +5,8 @@
 
 #include "Office.h"
 #include "Words.h"
-#include "app/PlainTranslator.h"
 #include "app/basKorvanta.h"
+#include "fakes/PlainTranslator.h"
 
 namespace korvanta::simulation {
 
@@ -327,7 +327,7 @@ class Day {
     Random random_;
     Oracle oracle_;
     Office office_;
-    PlainTranslator translator_;
+    fakes::PlainTranslator translator_;
     std::unique_ptr<basKorvanta> program_;
     DayResult result_;
     std::u16string caption_;
