@@ -50,11 +50,15 @@ struct Loading {
 
 Case LoadCase(const Surroundings& surroundings, int count) {
     const auto state = std::make_shared<Loading>(surroundings);
-    return {"load", count, [state] { state->Load(); }, [state] { state->kept = LoadBare(state->where.accountsFile); },
+    return {"load",
+            count,
+            [state] { state->Load(); },
+            [state] { state->kept = LoadBare(state->where.accountsFile); },
             [state] {
                 state->accounts.reset();
                 state->kept = {};
-            }};
+            },
+            false};
 }
 
 struct Searching {
@@ -224,7 +228,8 @@ std::vector<Case> ListCases(MutexFactory& mutexes, int count) {
                      [state] {
                          state->sorted = state->list.Clone();
                          state->plainSorted = state->plain;
-                     }});
+                     },
+                     false});
     return cases;
 }
 

@@ -17,6 +17,7 @@ struct Case {
     std::function<void()> ours;
     std::function<void()> bare;             // none where there is nothing to compare with
     std::function<void()> between = [] {};  // before each of them, not timed
+    bool repeats = true;                    // as often as it takes to be measured
     int rounds = 7;
 };
 

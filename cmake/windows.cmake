@@ -35,6 +35,7 @@ add_custom_command(
   VERBATIM)
 
 include(cmake/client-driver.cmake)
+include(cmake/bench-windows.cmake)
 include(cmake/played-spooler.cmake)
 option(KORVANTA_WINDOWS_TESTS "Build the tests that run under Windows or Wine" OFF)
 if(KORVANTA_WINDOWS_TESTS)

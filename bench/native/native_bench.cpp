@@ -1,5 +1,5 @@
 // The portable code on this machine itself. Arguments: "--list-operations N", or benchmark's own options and then any
-// of "load", "search", "list" and the accounts as COUNT=FILE.
+// of "load", "search", "list", accounts as COUNT=FILE and lists' lengths as elements=COUNT.
 
 #include <benchmark/benchmark.h>
 
@@ -52,11 +52,14 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     std::set<std::string> wanted;
     std::map<int, std::string> files;
+    std::set<int> elements;
     for (int i = 1; i < argc; ++i) {
         const std::string argument = argv[i];
         const std::size_t equals = argument.find('=');
         if (equals == std::string::npos) {
             wanted.insert(argument);
+        } else if (argument.starts_with("elements=")) {
+            elements.insert(std::atoi(argument.c_str() + equals + 1));
         } else {
             files[std::atoi(argument.c_str())] = argument.substr(equals + 1);
         }
@@ -70,7 +73,7 @@ int main(int argc, char** argv) {
         }
     }
     if (wanted.contains("list")) {
-        for (const int count : {1, 1'000, 1'000'000}) {
+        for (const int count : elements) {
             for (const Case& row : ListCases(mutexes, count)) {
                 Register(row);
             }

@@ -182,7 +182,17 @@ std::u16string Join(const std::vector<std::u16string>& pieces, std::u16string_vi
 }
 
 std::u16string NumberText(std::int64_t number) {
-    return FromAscii(std::to_string(number));
+    std::array<char16_t, 20> digits{};
+    auto first = digits.end();
+    auto rest = number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number);
+    do {
+        *--first = static_cast<char16_t>(u'0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    if (number < 0) {
+        *--first = u'-';
+    }
+    return {first, digits.end()};
 }
 
 std::u16string PaddedNumberText(std::int64_t number, int digits) {

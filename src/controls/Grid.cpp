@@ -5,8 +5,26 @@
 namespace korvanta {
 
 namespace {
-constexpr std::size_t textBlockSize = 65'536;
+
+constexpr std::size_t blockSize = 65'536;
+
+// How a row begins: whether it has the picture, and a color, which then follows in two units.
+constexpr char16_t hasPicture = 1;
+constexpr char16_t hasColor = 2;
+// A length that does not fit into a unit follows this one in two.
+constexpr char16_t longLength = 0xFFFF;
+
+std::uint32_t TakeTwo(const char16_t*& from) {
+    const std::uint32_t low = *from++;
+    return low | (std::uint32_t{*from++} << 16U);
 }
+
+void PutTwo(char16_t*& to, std::uint32_t value) {
+    *to++ = static_cast<char16_t>(value);
+    *to++ = static_cast<char16_t>(value >> 16U);
+}
+
+}  // namespace
 
 void Grid::Rows(int count) {
     count = std::max(count, 1);
@@ -15,9 +33,8 @@ void Grid::Rows(int count) {
     }
     rows_.resize(static_cast<std::size_t>(count));
     if (count == 1) {
-        blocks_.clear();
+        block_ = 0;
         blockUsed_ = 0;
-        blockSize_ = 0;
     }
     topRow_ = std::min(topRow_, std::max(count - 1, 1));
     const bool currentWent = row_ >= count;
@@ -27,6 +44,17 @@ void Grid::Rows(int count) {
         TellOfSelection();
         RowColChange.Raise();
     }
+}
+
+void Grid::AddRow(const GridRow& row) {
+    rows_.push_back(nullptr);
+    try {
+        rows_.back() = Store(row);
+    } catch (...) {
+        rows_.pop_back();
+        throw;
+    }
+    TellOfContent();
 }
 
 void Grid::Columns(int count) {
@@ -71,8 +99,7 @@ std::u16string_view Grid::Text(int row, int column) const {
     if (row == 0) {
         return Column(column).header;
     }
-    const CellText& cell = rows_[static_cast<std::size_t>(row)].cells[column];
-    return {cell.text, cell.length};
+    return Stored(row).texts[static_cast<std::size_t>(column)];
 }
 
 void Grid::Text(int row, int column, std::u16string_view text) {
@@ -82,29 +109,35 @@ void Grid::Text(int row, int column, std::u16string_view text) {
     if (row == 0) {
         columnData_[column].header = text;
     } else {
-        rows_[static_cast<std::size_t>(row)].cells[column] = {Store(text), static_cast<std::uint32_t>(text.size())};
+        GridRow stored = Stored(row);
+        stored.texts[static_cast<std::size_t>(column)] = text;
+        rows_[static_cast<std::size_t>(row)] = Store(stored);
     }
     TellOfContent();
 }
 
 Color Grid::CellForeColor(int row) const {
-    return row > 0 && row < Rows() ? rows_[static_cast<std::size_t>(row)].color : 0;
+    return row > 0 && row < Rows() ? Stored(row).color : 0;
 }
 
 void Grid::CellForeColor(int row, Color color) {
     if (row > 0 && row < Rows() && CellForeColor(row) != color) {
-        rows_[static_cast<std::size_t>(row)].color = color;
+        GridRow stored = Stored(row);
+        stored.color = color;
+        rows_[static_cast<std::size_t>(row)] = Store(stored);
         TellOfContent();
     }
 }
 
 bool Grid::CellPicture(int row) const {
-    return row > 0 && row < Rows() && rows_[static_cast<std::size_t>(row)].picture;
+    return row > 0 && row < Rows() && Stored(row).picture;
 }
 
 void Grid::CellPicture(int row, bool picture) {
     if (row > 0 && row < Rows() && CellPicture(row) != picture) {
-        rows_[static_cast<std::size_t>(row)].picture = picture;
+        GridRow stored = Stored(row);
+        stored.picture = picture;
+        rows_[static_cast<std::size_t>(row)] = Store(stored);
         TellOfContent();
     }
 }
@@ -158,19 +191,58 @@ void Grid::HandleViewport(int topRow, int visibleRows) {
     visibleRows_ = std::max(visibleRows, 1);
 }
 
-const char16_t* Grid::Store(std::u16string_view text) {
-    if (blockSize_ - blockUsed_ < text.size()) {
-        const std::size_t size = std::max(textBlockSize, text.size());
-        blocks_.push_back(std::make_unique<char16_t[]>(size));  // may raise: what the grid holds is still in order
-        blockSize_ = size;
+GridRow Grid::Stored(int row) const {
+    GridRow stored;
+    const char16_t* next = rows_[static_cast<std::size_t>(row)];
+    if (next != nullptr) {
+        const char16_t flags = *next++;
+        stored.picture = (flags & hasPicture) != 0;
+        stored.color = (flags & hasColor) != 0 ? TakeTwo(next) : 0;
+        for (std::u16string_view& text : stored.texts) {
+            std::uint32_t length = *next++;
+            if (length == longLength) {
+                length = TakeTwo(next);
+            }
+            text = {next, length};
+            next += length;
+        }
+    }
+    return stored;
+}
+
+const char16_t* Grid::Store(const GridRow& row) {
+    constexpr std::size_t mostBeside = 3 + 3 * GridRow::maximumColumns;
+    std::size_t most = mostBeside;
+    for (const std::u16string_view text : row.texts) {
+        most += text.size();
+    }
+    while (block_ < blocks_.size() && blocks_[block_].size - blockUsed_ < most) {
+        ++block_;
         blockUsed_ = 0;
     }
-    if (text.empty()) {
-        return nullptr;
+    if (block_ == blocks_.size()) {
+        const std::size_t size = std::max(blockSize, most);
+        blocks_.push_back({std::make_unique_for_overwrite<char16_t[]>(size), size});
     }
-    char16_t* const start = blocks_.back().get() + blockUsed_;
-    std::copy(text.begin(), text.end(), start);
-    blockUsed_ += text.size();
+    char16_t* const start = blocks_[block_].units.get() + blockUsed_;
+    char16_t* next = start;
+    *next++ = static_cast<char16_t>((row.picture ? hasPicture : 0) | (row.color != 0 ? hasColor : 0));
+    if (row.color != 0) {
+        PutTwo(next, row.color);
+    }
+    for (const std::u16string_view text : row.texts) {
+        if (text.size() < longLength) {
+            *next++ = static_cast<char16_t>(text.size());
+        } else {
+            *next++ = longLength;
+            PutTwo(next, static_cast<std::uint32_t>(text.size()));
+        }
+        // Most texts are too short for a call that copies them.
+        for (const char16_t unit : text) {
+            *next++ = unit;
+        }
+    }
+    blockUsed_ += static_cast<std::size_t>(next - start);
     return start;
 }
 

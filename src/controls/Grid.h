@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -10,12 +11,21 @@
 
 namespace korvanta {
 
+// What a row of a grid shows.
+struct GridRow {
+    static constexpr int maximumColumns = 4;
+
+    bool picture = false;
+    Color color = 0;
+    std::array<std::u16string_view, maximumColumns> texts;
+};
+
 // Rows and columns of text cells, of which row 0 is a fixed header. The grid stores its rows compactly, so that a
 // million of them fit; the screen asks for the cells it shows. Indexes outside the grid are ignored when writing and
 // give an empty text or 0 when reading.
 class Grid : public Control {
   public:
-    static constexpr int maximumColumns = 4;
+    static constexpr int maximumColumns = GridRow::maximumColumns;
 
     explicit Grid(std::u16string name) : Control(std::move(name)) { BackColor(systemColor::windowBackground); }
 
@@ -27,6 +37,8 @@ class Grid : public Control {
     // At least 1, the header. New rows are empty; when rows go, the current row and the first one in view stay inside.
     int Rows() const { return static_cast<int>(rows_.size()); }
     void Rows(int count);
+    // Appends a row with its cells: in one go, where many rows come.
+    void AddRow(const GridRow& row);
     int Columns() const { return columns_; }
     void Columns(int count);
 
@@ -75,16 +87,6 @@ class Grid : public Control {
     std::unique_ptr<ControlPeer> MakePeer(PeerFactory& factory) override { return factory.Make(*this); }
 
   private:
-    struct CellText {
-        const char16_t* text = nullptr;
-        std::uint32_t length = 0;
-    };
-    struct RowData {
-        CellText cells[maximumColumns];
-        Color color = 0;
-        bool picture = false;
-    };
-
     struct ColumnData {
         int width = 0;
         Alignment alignment = Alignment::Left;
@@ -95,15 +97,24 @@ class Grid : public Control {
     static bool IsColumn(int column) { return column >= 0 && column < maximumColumns; }
     const ColumnData& Column(int column) const { return columnData_[IsColumn(column) ? column : maximumColumns]; }
     bool HasCell(int row, int column) const { return row >= 0 && row < Rows() && column >= 0 && column < columns_; }
-    const char16_t* Store(std::u16string_view text);
+    // A data row's cells as they are stored.
+    GridRow Stored(int row) const;
+    // Stores them; raises when there is no memory, and what the grid holds is still in order.
+    const char16_t* Store(const GridRow& row);
     void TellOfContent();
     void TellOfSelection();
 
-    std::vector<RowData> rows_ = std::vector<RowData>(1);
-    // Cell texts lie one behind the other in these blocks and are given back together, when only the header is left.
-    std::vector<std::unique_ptr<char16_t[]>> blocks_;
+    // Where each row is stored, none for an empty row. Its picture, its color and its texts, each behind its length,
+    // lie one behind the other; a row that is written anew is stored anew. The blocks are given back together, when
+    // only the header is left.
+    std::vector<const char16_t*> rows_ = std::vector<const char16_t*>(1);
+    struct Block {
+        std::unique_ptr<char16_t[]> units;
+        std::size_t size = 0;
+    };
+    std::vector<Block> blocks_;
+    std::size_t block_ = 0;  // the one being filled
     std::size_t blockUsed_ = 0;
-    std::size_t blockSize_ = 0;
     ColumnData columnData_[maximumColumns + 1];  // the last one is what a column outside the grid is like
     int columns_ = 1;
     int row_ = 0;

@@ -54,24 +54,27 @@ void ctlAccountList::Clear() {
 }
 
 void ctlAccountList::AddAccount(const clsAccount& account) {
-    flxAccounts.Rows(flxAccounts.Rows() + 1);
-    const int row = flxAccounts.Rows() - 1;
+    std::u16string joined;
+    const std::u16string id = NumberText(account.AccountID);
+    GridRow row;
+    row.picture = account.IsMain;
     if (account.IsMain) {
-        flxAccounts.CellPicture(row, true);
-        flxAccounts.Text(row, columnTitle, account.MainTitle);
+        row.texts[columnTitle] = account.MainTitle;
     } else if (accountDisplay_ == 1) {
-        flxAccounts.Text(row, columnTitle, account.MainTitle + u" -> " + account.SubTitle);
+        joined = account.MainTitle + u" -> " + account.SubTitle;
+        row.texts[columnTitle] = joined;
     } else {
-        flxAccounts.Text(row, columnTitle, account.SubTitle);
+        row.texts[columnTitle] = account.SubTitle;
     }
-    flxAccounts.Text(row, columnId, NumberText(account.AccountID));
+    row.texts[columnId] = id;
     if (account.IsActive) {
-        flxAccounts.Text(row, columnActive, u"1");
+        row.texts[columnActive] = u"1";
     } else {
-        flxAccounts.CellForeColor(row, inactiveColor);
+        row.color = inactiveColor;
     }
+    flxAccounts.AddRow(row);
     // Last, since whoever hears the Click may ask for the row's account.
-    flxAccounts.Row(row);
+    flxAccounts.Row(flxAccounts.Rows() - 1);
 }
 
 bool ctlAccountList::SelectedActive() const {

@@ -48,20 +48,25 @@ void WindowsLine::ShowPlace() {
 WindowsProgressBar::WindowsProgressBar(ProgressBar& progressBar, HostWindow& host)
     : ControlWindow(progressBar, host), progressBar_(progressBar) {
     Create(PROGRESS_CLASSW, 0);
-    ShowProgress();
 }
 
 void WindowsProgressBar::Changed(Aspect aspect) {
     if (aspect == Aspect::Content || aspect == Aspect::Selection) {
-        ShowProgress();
+        stale_ = true;
+        Invalidate();
     } else {
         ControlWindow::Changed(aspect);
     }
 }
 
-void WindowsProgressBar::ShowProgress() const {
-    Send(PBM_SETRANGE32, 0, progressBar_.Maximum());
-    Send(PBM_SETPOS, static_cast<WPARAM>(progressBar_.Value()));
+LRESULT WindowsProgressBar::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
+    const bool shows = message == WM_PAINT || message == WM_PRINT;
+    if (stale_ && (shows || message == PBM_GETPOS || message == PBM_GETRANGE)) {
+        stale_ = false;
+        Send(PBM_SETRANGE32, 0, progressBar_.Maximum());
+        Send(PBM_SETPOS, static_cast<WPARAM>(progressBar_.Value()));
+    }
+    return ControlWindow::Procedure(message, wParam, lParam);
 }
 
 }  // namespace korvanta

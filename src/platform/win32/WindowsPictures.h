@@ -35,6 +35,8 @@ class WindowsLine : public ControlWindow {
     BrushHandle color_;
 };
 
+// A bar paints itself at once when it is told a new position, which takes long; so it is told when it is painted or
+// asked.
 class WindowsProgressBar : public ControlWindow {
   public:
     WindowsProgressBar(ProgressBar& progressBar, HostWindow& host);
@@ -42,11 +44,11 @@ class WindowsProgressBar : public ControlWindow {
 
   protected:
     void ShowCaption() override {}
+    LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
 
   private:
-    void ShowProgress() const;
-
     ProgressBar& progressBar_;
+    bool stale_ = true;
 };
 
 }  // namespace korvanta

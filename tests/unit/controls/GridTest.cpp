@@ -89,6 +89,48 @@ TEST_F(GridTest, CellsKeepTheirTexts) {
     EXPECT_EQ(grid.Text(2, 3).size(), 3U);
 }
 
+TEST_F(GridTest, ARowMayComeWithAllItsCells) {
+    Watch();
+    GridRow row;
+    row.picture = true;
+    row.color = 0x80000012U;
+    row.texts = {u"a", std::u16string_view(u"b\0c", 3), u"", u"d"};
+    grid.AddRow(row);
+    EXPECT_EQ(Told(), Changes{Aspect::Content});
+    grid.AddRow({});
+    EXPECT_EQ(grid.Rows(), 3);
+    EXPECT_EQ(grid.Row(), 0) << "the current row stays";
+    EXPECT_TRUE(grid.CellPicture(1));
+    EXPECT_EQ(grid.CellForeColor(1), 0x80000012U);
+    EXPECT_EQ(grid.Text(1, 0), u"a");
+    EXPECT_EQ(grid.Text(1, 1), std::u16string_view(u"b\0c", 3));
+    EXPECT_EQ(grid.Text(1, 2), u"");
+    EXPECT_EQ(grid.Text(1, 3), u"d");
+    grid.Text(1, 2, u"now");
+    EXPECT_EQ(grid.Text(1, 2), u"now");
+    EXPECT_EQ(grid.Text(1, 3), u"d");
+    EXPECT_TRUE(grid.CellPicture(1));
+    EXPECT_FALSE(grid.CellPicture(2));
+    EXPECT_EQ(grid.Text(2, 3), u"");
+}
+
+TEST_F(GridTest, RowsThatComeAfterOthersHaveGoneAreTheirOwn) {
+    const std::u16string huge(100'000, u'h');
+    for (int round = 0; round < 3; ++round) {
+        grid.Rows(1);
+        for (int row = 1; row <= 20'000; ++row) {
+            const std::u16string text = row == 777 ? huge : Digits(row + round);
+            GridRow cells;
+            cells.texts[1] = text;
+            grid.AddRow(cells);
+        }
+        for (const int row : {1, 776, 778, 20'000}) {
+            ASSERT_EQ(grid.Text(row, 1), Digits(row + round));
+        }
+        EXPECT_EQ(grid.Text(777, 1), huge);
+    }
+}
+
 TEST_F(GridTest, HeaderTextsOutliveTheRows) {
     grid.Text(0, 1, u"Account");
     grid.Rows(10);
