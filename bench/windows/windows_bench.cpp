@@ -26,6 +26,33 @@ bool ContainsNoCase(const std::u16string& title, const std::u16string& text) {
                                     reinterpret_cast<const wchar_t*>(text.c_str())) != nullptr;
 }
 
+// The system's files, without the copy that the product keeps for times when the server is down: what is compared is
+// reading them.
+class ReadFiles : public korvanta::FileSystem {
+  public:
+    explicit ReadFiles(FileSystem& files) : files_(files) {}
+
+    std::uint32_t OpenForReading(const std::u16string& path, std::unique_ptr<korvanta::InputFile>& file) override {
+        return files_.OpenForReading(path, file);
+    }
+    std::uint32_t OpenForWriting(const std::u16string& path, korvanta::OutputMode mode,
+                                 std::unique_ptr<korvanta::OutputFile>& file) override {
+        return files_.OpenForWriting(path, mode, file);
+    }
+    bool FileExists(const std::u16string& path) override { return files_.FileExists(path); }
+    bool FolderExists(const std::u16string& path) override { return files_.FolderExists(path); }
+    std::uint32_t LastModified(const std::u16string& path, std::uint64_t& time) override {
+        return files_.LastModified(path, time);
+    }
+    std::uint32_t Copy(const std::u16string& /*from*/, const std::u16string& /*to*/) override { return 0; }
+    std::uint32_t Delete(const std::u16string& path) override { return files_.Delete(path); }
+    std::u16string TemporaryFolder() override { return files_.TemporaryFolder(); }
+    std::u16string TemporaryName() override { return files_.TemporaryName(); }
+
+  private:
+    FileSystem& files_;
+};
+
 using Clock = std::chrono::steady_clock;
 
 // Nanoseconds for one run; of a short action the mean of many.
@@ -103,8 +130,8 @@ int main(int argc, char** argv) {
     }
     const std::set<std::string> names(argv + 2, argv + argc);
     const auto wanted = [&names](const std::string& name) { return names.contains(name); };
-    const Surroundings surroundings{platform.files, platform.mutexes, "\\\\BENCH\\TLXData$\\Accounts.txt",
-                                    ContainsNoCase};
+    ReadFiles files(platform.files);
+    const Surroundings surroundings{files, platform.mutexes, "\\\\BENCH\\TLXData$\\Accounts.txt", ContainsNoCase};
     const bool quick = names.contains("--quick");
     RunAll(AccountCases(surroundings, count, wanted), quick);
     if (wanted("list")) {
