@@ -282,10 +282,10 @@ TEST_F(KeyboardTest, CancelAndTheMessageAfterItAreAnsweredWithKeysAlone) {
     ASSERT_NO_FATAL_FAILURE(OfferToTheKeyboard());
     ASSERT_TRUE(TabTo(L"cmdCancel"));
     Keyboard::Press(VK_SPACE);
-    ASSERT_TRUE(Client().WaitForMessage());
+    const std::optional<driver::MessageWindow> message = Client().WaitForMessage();
+    ASSERT_TRUE(message);
     EXPECT_FALSE(Dialog().Visible());
-    ASSERT_TRUE(WaitFor([&] { return driver::Window(GetForegroundWindow()).ProcessId() == Client().ProcessId(); }))
-        << "the message takes the keyboard";
+    ASSERT_TRUE(WaitFor([&] { return message->HasKeyboard(); }));
     Keyboard::Press(VK_RETURN);
     EXPECT_TRUE(WaitFor([&] { return driver::MessageWindowsOf(Client().ProcessId()).empty(); }));
     EXPECT_TRUE(Server().NotificationNames().empty());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "driver/Keyboard.h"
 #include "driver/Wait.h"
 
 namespace driver {
@@ -34,6 +35,11 @@ bool MessageWindow::HasIcon() const {
     const std::vector<Window> windows = window_.Descendants();
     return std::any_of(windows.begin(), windows.end(),
                        [](const Window& window) { return ShowsIcon(window) && window.Visible(); });
+}
+
+bool MessageWindow::HasKeyboard() const {
+    return GetForegroundWindow() == window_.Handle() &&
+           IsChild(window_.Handle(), Keyboard::Focus(window_).Handle()) != FALSE;
 }
 
 bool MessageWindow::Press(int button) const {

@@ -23,6 +23,8 @@ class MessageWindow {
     std::vector<int> Buttons() const;
     // Whether it shows an icon.
     bool HasIcon() const;
+    // Whether what is typed goes to one of its buttons.
+    bool HasKeyboard() const;
     // Presses the button and waits until the box is gone. False when it stays.
     bool Press(int button) const;
 
