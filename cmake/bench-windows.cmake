@@ -2,7 +2,7 @@
 add_executable(windows_bench EXCLUDE_FROM_ALL bench/windows/windows_bench.cpp bench/windows/ScreenCases.cpp
                              bench/windows/StartCase.cpp bench/Cases.cpp bench/BareLoops.cpp
                              src/platform/win32/resources.rc)
-target_include_directories(windows_bench PRIVATE bench)
+target_include_directories(windows_bench PRIVATE bench tests)
 target_link_libraries(windows_bench PRIVATE korvanta_win32 client_driver shlwapi)
 add_executable(empty EXCLUDE_FROM_ALL WIN32 bench/windows/empty.cpp)
 add_executable(idle EXCLUDE_FROM_ALL WIN32 bench/windows/idle.cpp)

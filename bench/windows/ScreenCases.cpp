@@ -6,10 +6,10 @@
 
 #include <memory>
 
-#include "app/PlainTranslator.h"
 #include "app/frmMessages.h"
 #include "common/Services.h"
 #include "common/Text.h"
+#include "fakes/PlainTranslator.h"
 #include "platform/win32/WindowsMessageLoop.h"
 #include "platform/win32/WindowsPeerFactory.h"
 #include "server/clsChargeRates.h"
@@ -147,7 +147,7 @@ struct GridState {
         PlainList::Paint(ours);
     }
 
-    PlainTranslator translator;
+    fakes::PlainTranslator translator;
     std::unique_ptr<PeerFactory> factory;
     ListForm form;
     std::unique_ptr<PlainList> plain;
@@ -195,7 +195,7 @@ struct DialogState {
     NoSetupFile setupFile;
     Platform& platform;
     std::unique_ptr<PeerFactory> factory;
-    PlainTranslator translator;
+    fakes::PlainTranslator translator;
     frmMessages messages;
     clsRegSettings registrySettings;
     clsClientSettings settings;
