@@ -19,6 +19,10 @@ file(GLOB win32_sources CONFIGURE_DEPENDS src/platform/win32/*.cpp)
 add_library(korvanta_win32 STATIC ${win32_sources})
 target_link_libraries(korvanta_win32 PUBLIC korvanta_portable comctl32 gdi32 ole32 shell32 wininet winspool wsock32)
 
+# What a resource script takes in is not seen by the build otherwise.
+file(GLOB resource_files CONFIGURE_DEPENDS src/platform/win32/*.ico src/platform/win32/*.manifest)
+set_source_files_properties(src/platform/win32/resources.rc PROPERTIES OBJECT_DEPENDS
+  "${resource_files};${CMAKE_CURRENT_SOURCE_DIR}/src/platform/win32/Resources.h")
 add_executable(KorvantaClient WIN32 src/WinMain.cpp src/platform/win32/resources.rc)
 target_link_libraries(KorvantaClient PRIVATE korvanta_win32)
 target_link_options(KorvantaClient PRIVATE -static -Wl,--gc-sections -Wl,--tsaware -Wl,--no-insert-timestamp)
