@@ -21,8 +21,8 @@ constexpr Color backColor = systemColor::windowBackground;
 constexpr Color foreColor = systemColor::buttonText;
 constexpr std::int16_t transparent = 0;
 constexpr std::int16_t noBorder = 0;
-const char16_t* const title = u"Title goes here";
-const char16_t* const description = u"Description goes here";
+const char16_t* const defaultTitle = u"Title goes here";
+const char16_t* const defaultDescription = u"Description goes here";
 }  // namespace
 
 ctlBanner::ctlBanner(std::u16string name, const BannerServices& services)
@@ -116,8 +116,8 @@ void ctlBanner::ReadProperties(const PropertyBag& bag) {
     Enabled(bag.Read(u"Enabled", true));
     BackStyle(bag.Read(u"BackStyle", transparent));
     BorderStyle(bag.Read(u"BorderStyle", noBorder));
-    Title(bag.Read(u"Title", title));
-    Description(bag.Read(u"Description", description));
+    Title(bag.Read(u"Title", defaultTitle));
+    Description(bag.Read(u"Description", defaultDescription));
     LinkVisible(bag.Read(u"LinkVisible", true));
 }
 
@@ -127,8 +127,8 @@ void ctlBanner::WriteProperties(PropertyBag& bag) const {
     bag.Write(u"Enabled", Enabled(), true);
     bag.Write(u"BackStyle", backStyle_, transparent);
     bag.Write(u"BorderStyle", borderStyle_, noBorder);
-    bag.Write(u"Title", Title(), title);
-    bag.Write(u"Description", Description(), description);
+    bag.Write(u"Title", Title(), defaultTitle);
+    bag.Write(u"Description", Description(), defaultDescription);
     bag.Write(u"LinkVisible", linkVisible_, true);
 }
 
