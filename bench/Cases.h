@@ -19,6 +19,7 @@ struct Case {
     std::function<void()> between = [] {};  // before each of them, not timed
     bool repeats = true;                    // as often as it takes to be measured
     int rounds = 7;
+    int bareRounds = rounds;
 };
 
 // What the cases need of the platform that they run on.

@@ -83,7 +83,7 @@ void Run(const Case& row) {
     std::vector<double> bare;
     for (int round = 0; round < row.rounds; ++round) {
         ours.push_back(Time(row, row.ours));
-        if (row.bare) {
+        if (row.bare && round < row.bareRounds) {
             bare.push_back(Time(row, row.bare));
         }
     }
@@ -96,7 +96,7 @@ void Run(const Case& row) {
 void RunAll(const std::vector<Case>& rows, bool quick) {
     for (Case row : rows) {
         if (quick) {
-            row.rounds = 1;
+            row.rounds = row.bareRounds = 1;
             row.repeats = false;
         }
         Run(row);

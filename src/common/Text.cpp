@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 
 namespace korvanta {
 
@@ -184,10 +185,18 @@ std::u16string Join(const std::vector<std::u16string>& pieces, std::u16string_vi
 std::u16string NumberText(std::int64_t number) {
     std::array<char16_t, 20> digits{};
     auto first = digits.end();
-    auto rest = number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number);
-    do {
+    const auto put = [&first](auto& rest) {
         *--first = static_cast<char16_t>(u'0' + rest % 10);
         rest /= 10;
+    };
+    auto large = number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number);
+    while (large > std::numeric_limits<std::uint32_t>::max()) {
+        put(large);
+    }
+    // Dividing 64 bits takes a 32-bit processor many times as long.
+    auto rest = static_cast<std::uint32_t>(large);
+    do {
+        put(rest);
     } while (rest != 0);
     if (number < 0) {
         *--first = u'-';
