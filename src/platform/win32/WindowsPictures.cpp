@@ -8,6 +8,12 @@
 
 namespace korvanta {
 
+namespace {
+
+constexpr DWORD leastPause = 50;  // milliseconds between two paintings of a bar that moves
+
+}  // namespace
+
 WindowsImage::WindowsImage(Image& image, HostWindow& host) : ControlWindow(image, host), image_(image) {
     Create(L"STATIC", SS_ICON | SS_CENTERIMAGE);
     ShowPicture();
@@ -53,7 +59,9 @@ WindowsProgressBar::WindowsProgressBar(ProgressBar& progressBar, HostWindow& hos
 void WindowsProgressBar::Changed(Aspect aspect) {
     if (aspect == Aspect::Content || aspect == Aspect::Selection) {
         stale_ = true;
-        Invalidate();
+        if (::GetTickCount() - shown_ >= leastPause) {
+            Invalidate();
+        }
     } else {
         ControlWindow::Changed(aspect);
     }
@@ -63,6 +71,7 @@ LRESULT WindowsProgressBar::Procedure(UINT message, WPARAM wParam, LPARAM lParam
     const bool shows = message == WM_PAINT || message == WM_PRINT;
     if (stale_ && (shows || message == PBM_GETPOS || message == PBM_GETRANGE)) {
         stale_ = false;
+        shown_ = ::GetTickCount();
         Send(PBM_SETRANGE32, 0, progressBar_.Maximum());
         Send(PBM_SETPOS, static_cast<WPARAM>(progressBar_.Value()));
     }

@@ -36,7 +36,7 @@ class WindowsLine : public ControlWindow {
 };
 
 // A bar paints itself at once when it is told a new position, which takes long; so it is told when it is painted or
-// asked.
+// asked, and painted a few times a second.
 class WindowsProgressBar : public ControlWindow {
   public:
     WindowsProgressBar(ProgressBar& progressBar, HostWindow& host);
@@ -49,6 +49,7 @@ class WindowsProgressBar : public ControlWindow {
   private:
     ProgressBar& progressBar_;
     bool stale_ = true;
+    DWORD shown_ = 0;  // when it was told
 };
 
 }  // namespace korvanta
