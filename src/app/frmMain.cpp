@@ -289,8 +289,10 @@ void frmMain::IJobDetectionEventSink_FoundPrinter(const std::u16string& fullPrin
 void frmMain::IJobDetectionEventSink_FoundNewJob(const std::shared_ptr<clsJobInfo>& objJobInfo) {
     const clsJobInfo& job = *objJobInfo;
     if (services_.jobMatcher.JobMatch(job.UserName, job.MachineName, job.FullPrinterName)) {
+        // What may be raised comes first: with the job in the queue it has been dealt with.
+        const std::u16string line = u"Adding Job to pending list: " + job.Document + u"," + job.PrinterName;
         services_.accountDialog.AddJob(objJobInfo);
-        services_.log.Log(u"Adding Job to pending list: " + job.Document + u"," + job.PrinterName);
+        services_.log.Log(line);
     }
 }
 

@@ -12,4 +12,16 @@ clsJobHistory& JobHistories::HistoryForPrinter(const std::u16string& fullPrinter
     return *found->second;
 }
 
+void JobHistories::Report(const std::shared_ptr<clsJobInfo>& job, IJobDetectionEventSink& sink, bool silent) {
+    clsJobHistory& history = HistoryForPrinter(job->FullPrinterName);
+    try {
+        if (history.CheckNewJob(job) && !silent) {
+            sink.FoundNewJob(job);
+        }
+    } catch (const std::bad_alloc&) {
+        history.Forget(job);
+        throw;
+    }
+}
+
 }  // namespace korvanta

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "common/Services.h"
+#include "detection/IJobDetectionEventSink.h"
 #include "detection/clsJobHistory.h"
 #include "platform/Mutex.h"
 
@@ -17,6 +18,9 @@ class JobHistories {
     JobHistories(MutexFactory& mutexes, TraceLog& log);
 
     clsJobHistory& HistoryForPrinter(const std::u16string& fullPrinterName);
+    // Tells the sink of a job that its printer's history does not know, or enters it silently. When memory runs out
+    // over it the job stays unknown, so that it is found once more.
+    void Report(const std::shared_ptr<clsJobInfo>& job, IJobDetectionEventSink& sink, bool silent = false);
 
   private:
     MutexFactory& mutexes_;

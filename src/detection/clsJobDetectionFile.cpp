@@ -225,9 +225,7 @@ clsJobDetectionFile::JobFile clsJobDetectionFile::ReadJobFile(std::int32_t numbe
 }
 
 void clsJobDetectionFile::ReportJob(const std::shared_ptr<clsJobInfo>& job) {
-    if (jobHistories_.HistoryForPrinter(job->FullPrinterName).CheckNewJob(job)) {
-        eventSink_->FoundNewJob(job);
-    }
+    jobHistories_.Report(job, *eventSink_);
 }
 
 bool clsJobDetectionFile::ServerHealth(const std::u16string& serverName) const {

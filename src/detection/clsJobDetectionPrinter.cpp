@@ -171,9 +171,7 @@ void clsJobDetectionPrinter::EnumerateAndReport(const Printer& printer, bool sil
     for (std::int32_t k = 0; k < count; ++k) {
         auto job = std::make_shared<clsJobInfo>();
         job->Load(spooler_, jobs.words, blockWords * static_cast<std::size_t>(k), printer.name, printer.handle);
-        if (jobHistories_.HistoryForPrinter(job->FullPrinterName).CheckNewJob(job) && !silent) {
-            eventSink_->FoundNewJob(job);
-        }
+        jobHistories_.Report(job, *eventSink_, silent);
     }
 }
 

@@ -36,4 +36,12 @@ bool clsJobHistory::CheckNewJob(const std::shared_ptr<clsJobInfo>& objJobInfo) {
     return !found;
 }
 
+void clsJobHistory::Forget(const std::shared_ptr<clsJobInfo>& job) {
+    for (std::int32_t i = jobs_.Length() - 1; i >= 0; --i) {
+        if (jobs_.Item(i).As<clsJobInfo>() == job) {
+            jobs_.Delete(i);
+        }
+    }
+}
+
 }  // namespace korvanta

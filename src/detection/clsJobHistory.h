@@ -17,6 +17,8 @@ class clsJobHistory {
 
     // True for a job that is not remembered; it is from now on.
     bool CheckNewJob(const std::shared_ptr<clsJobInfo>& objJobInfo);
+    // Takes back that this very record was remembered. Needs no memory.
+    void Forget(const std::shared_ptr<clsJobInfo>& job);
 
   private:
     TraceLog& log_;

@@ -74,7 +74,8 @@ void frmAccountNumber::OnLoad() {
 
 void frmAccountNumber::AddJob(const std::shared_ptr<clsJobInfo>& job) {
     jobs_.Append(job);
-    ShowQueueLength();
+    // Whatever this raised, the job is in the queue.
+    Guarded(services_.log, u"frmAccountNumber:AddJob", [this] { ShowQueueLength(); });
 }
 
 void frmAccountNumber::PreLoadAccounts() {
@@ -111,8 +112,14 @@ void frmAccountNumber::ShowHide(bool show) {
     }
     showing_ = true;
     ++offer_;
-    if (OfferHeadJob() && services_.testMode) {
-        CompleteByItself();
+    try {
+        if (OfferHeadJob() && services_.testMode) {
+            CompleteByItself();
+        }
+    } catch (const std::exception&) {
+        // A dialog that the user does not see would keep the job for good; the next tick tries again.
+        showing_ = showing_ && Shown();
+        throw;
     }
 }
 
@@ -296,22 +303,31 @@ frmAccountNumber::Choice frmAccountNumber::TakeChoice(const std::shared_ptr<clsA
 void frmAccountNumber::Submit(const Choice& choice) {
     const std::shared_ptr<clsJobInfo> job = TakeHeadJob();
     ShowHide(false);
-    Guarded(services_.log, u"frmAccountNumber:Submit", [&] { Notify(*job, choice); });
+    Guarded(services_.log, u"frmAccountNumber:Submit", [&] {
+        const Notified notified = Notify(*job, choice);
+        if (notified == Notified::NoServer) {
+            ShowMessage(u"lblInternalErrorServerName");
+        } else if (notified == Notified::No) {
+            Guarded(services_.log, u"frmAccountNumber:Submit", [this] { services_.log.Log(u"Upload file failed."); });
+            ShowMessage(u"lblNotificationError", MessageIcon::Critical);
+        }
+    });
 }
 
-void frmAccountNumber::Notify(const clsJobInfo& job, const Choice& choice) {
-    const std::optional<std::u16string> folder = NotificationFolder(job.FullPrinterName);
-    if (!folder) {
-        ShowMessage(u"lblInternalErrorServerName");
-        return;
-    }
-    const std::u16string path = *folder + NotificationFileName(job.MachineName, job.PrinterHandle, job.JobID);
-    if (!WriteNotification(path, job, choice)) {
-        services_.log.Log(u"Upload file failed.");
-        ShowMessage(u"lblNotificationError", MessageIcon::Critical);
+frmAccountNumber::Notified frmAccountNumber::Notify(const clsJobInfo& job, const Choice& choice) {
+    try {
+        const std::optional<std::u16string> folder = NotificationFolder(job.FullPrinterName);
+        if (!folder) {
+            return Notified::NoServer;
+        }
+        const std::u16string path = *folder + NotificationFileName(job.MachineName, job.PrinterHandle, job.JobID);
+        return WriteNotification(path, job, choice) ? Notified::Yes : Notified::No;
+    } catch (const std::exception&) {
+        return Notified::No;
     }
 }
 
+// What it raises means that it failed, too.
 bool frmAccountNumber::WriteNotification(const std::u16string& path, const clsJobInfo& job, const Choice& choice) {
     clsAccountNotification notification(services_.platform.clock, services_.errorReports);
     notification.JobID = job.JobID;
@@ -328,14 +344,10 @@ bool frmAccountNumber::WriteNotification(const std::u16string& path, const clsJo
     notification.ChargeRateDescription = OneLine(choice.rateDescription);
     notification.ChargeRateValue = choice.rateValue;
     services_.log.Log(u"Uploading notification file to server: " + path);
-    try {
-        TextOutput file = TextOutput::OpenUtf16(services_.platform.files, path);
-        const bool written = notification.WriteFile(file);
-        file.Close();
-        return written;
-    } catch (const std::exception&) {
-        return false;
-    }
+    TextOutput file = TextOutput::OpenUtf16(services_.platform.files, path);
+    const bool written = notification.WriteFile(file);
+    file.Close();
+    return written;
 }
 
 void frmAccountNumber::Cancel() {
@@ -345,7 +357,8 @@ void frmAccountNumber::Cancel() {
     const std::shared_ptr<clsJobInfo> job = TakeHeadJob();
     const bool errorCancel = errorCancel_;
     ShowHide(false);
-    const bool cancelled = services_.cancelPrintJob(*job);
+    bool cancelled = false;
+    Guarded(services_.log, u"frmAccountNumber:Cancel", [&] { cancelled = services_.cancelPrintJob(*job); });
     ShowMessage(cancelled && !errorCancel ? u"lblJobCancelSuccess" : u"lblJobCancelError");
     services_.prefs.Save();
 }
@@ -382,7 +395,8 @@ std::shared_ptr<clsJobInfo> frmAccountNumber::HeadJob() const {
 
 std::shared_ptr<clsJobInfo> frmAccountNumber::TakeHeadJob() {
     std::shared_ptr<clsJobInfo> job = jobs_.Pop(0).As<clsJobInfo>();
-    ShowQueueLength();
+    // From here on nobody else knows of the job: nothing may be raised before its end.
+    Guarded(services_.log, u"frmAccountNumber:Queue", [this] { ShowQueueLength(); });
     return job;
 }
 
@@ -390,9 +404,17 @@ void frmAccountNumber::ShowQueueLength() {
     lblJobsQueued.Caption(NumberText(jobs_.Length()));
 }
 
+// Without its message a job would end and nobody would know: memory that lacked for it is asked for once more.
 void frmAccountNumber::ShowMessage(const char16_t* label, MessageIcon icon) {
-    services_.platform.messageBoxes.Show(services_.messages.Text(label), services_.messages.Text(u"lblMessageBoxTitle"),
-                                         MessageButtons::OK, icon);
+    const auto show = [&] {
+        services_.platform.messageBoxes.Show(services_.messages.Text(label),
+                                             services_.messages.Text(u"lblMessageBoxTitle"), MessageButtons::OK, icon);
+    };
+    try {
+        show();
+    } catch (const std::bad_alloc&) {
+        show();
+    }
 }
 
 }  // namespace korvanta

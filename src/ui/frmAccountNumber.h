@@ -66,6 +66,8 @@ class frmAccountNumber : public AccountNumberForm {
         double rateValue = 0.0;
     };
 
+    enum class Notified { Yes, No, NoServer };
+
     void ConnectControls();
     void MonitorTick();
     void FlashTick();
@@ -82,7 +84,7 @@ class frmAccountNumber : public AccountNumberForm {
     void AccountSelected(std::int32_t accountId);
     void OK();
     void Submit(const Choice& choice);
-    void Notify(const clsJobInfo& job, const Choice& choice);
+    Notified Notify(const clsJobInfo& job, const Choice& choice);
     bool WriteNotification(const std::u16string& path, const clsJobInfo& job, const Choice& choice);
     void Cancel();
     void CompleteByItself();

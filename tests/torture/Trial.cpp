@@ -79,14 +79,11 @@ class Trial {
             }
         }
         detectorReplaced_ = !captionBefore_.empty() && captionBefore_ != world_.MethodCaption();
-        world_.Tick(3);
         world_.AnswerAll();
         world_.program->MainForm()->cmdRefresh.HandleClick();
-        world_.Tick(4);
         world_.AnswerAll();
         world_.Print(laterJob);
         world_.AnswerAll();
-        world_.Tick(2);
     }
 
     void CheckJobs() {

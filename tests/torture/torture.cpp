@@ -160,7 +160,9 @@ void TryPoint(const Scenario& scenario, Detection detection, const Options& opti
             continue;
         }
         std::vector<std::uint32_t> codes = CodesOf(point.call);
-        if (wide && options.code.empty()) {
+        // How a call fails matters most when it is the only one.
+        const bool half = codes.back() == korvanta::fakes::FaultPlan::halfDone;
+        if (options.code.empty() && (wide || (reach == Reach::SameCall && !half))) {
             codes.resize(1);
         }
         for (const std::uint32_t code : codes) {
@@ -216,6 +218,12 @@ void PrintRow(const Scenario& scenario, Detection detection, const Totals& total
 }
 
 }  // namespace
+
+// Most of the time would go into remembering where millions of short-lived pieces of memory come from.
+extern "C" const char* __asan_default_options();
+extern "C" const char* __asan_default_options() {
+    return "malloc_context_size=4:quarantine_size_mb=8";
+}
 
 int main(int count, char** texts) {
 #if defined(__SANITIZE_ADDRESS__)

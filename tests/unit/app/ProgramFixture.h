@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "app/basKorvanta.h"
+#include "common/Text.h"
 #include "fakes/FakePeers.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/PlainTranslator.h"
@@ -37,8 +38,7 @@ class ProgramFixture : public testing::Test {
     }
     // A job of the logged-on user, announced as a server does.
     void AnnounceJob(int number, const std::u16string& document) {
-        const std::u16string name =
-            u"\\\\SRV1\\TLXData$\\jobs\\jsmith." + std::u16string(number < 10 ? u"00" : u"0") + Decimal(number);
+        const std::u16string name = u"\\\\SRV1\\TLXData$\\jobs\\jsmith." + PaddedNumberText(number, 3);
         windows.files.WriteUtf16(name, Decimal(number + 1) + u"\r\nlaser\r\nWS01\r\njsmith\r\n" + document +
                                            u"\r\n\\\\SRV1\\laser\r\n77\r\n1\r\n2\r\n" + Decimal(number) + u"\r\n");
         windows.files.WriteUtf16(u"\\\\SRV1\\TLXData$\\jobs\\jsmith.tlu", Decimal(number + 1));

@@ -28,7 +28,108 @@ class MemoryTest : public fakes::ProgramFixture {
         }
     }
     frmMain& Form() { return *program->MainForm(); }
+    frmAccountNumber& Dialog() { return *program->AccountDialog(); }
+    void QueueJob() {
+        auto job = std::make_shared<clsJobInfo>();
+        job->JobID = ++jobs_;
+        job->PrinterName = u"laser";
+        job->MachineName = u"WS01";
+        job->UserName = u"jsmith";
+        job->Document = u"report " + Decimal(jobs_);
+        job->FullPrinterName = u"\\\\SRV1\\laser";
+        Dialog().AddJob(job);
+    }
+    void OfferJob() {
+        QueueJob();
+        Dialog().tmrMonitor.HandleTick();
+        Dialog().ctlAccountListAll.SelectedID(1);
+        windows.messageBoxes.shown.clear();
+    }
+    // The answer to the job has either done its work or told that it has not, unless the dialog still asks.
+    void ExpectAnAnswer(bool done) {
+        if (Dialog().Shown()) {
+            EXPECT_EQ(Dialog().lblDocument.Caption(), u"report " + Decimal(jobs_));
+        } else {
+            EXPECT_TRUE(done || !windows.messageBoxes.shown.empty()) << "job " << jobs_;
+        }
+        Dialog().cmdCancel.HandleClick();
+        Dialog().tmrMonitor.HandleTick();
+        EXPECT_FALSE(Dialog().Shown()) << "job " << jobs_;
+    }
+    bool Notified() { return windows.files.Has(u"\\\\SRV1\\TLXActN$\\WS01.0." + Decimal(jobs_) + u".tlx"); }
+
+  private:
+    int jobs_ = 0;
 };
+
+TEST_F(MemoryTest, AJobThatCannotBeOfferedForWantOfMemoryIsOfferedByALaterTick) {
+    ASSERT_TRUE(Start());
+    QueueJob();
+    const int tries = FailEachAllocation([this] { Dialog().tmrMonitor.HandleTick(); },
+                                         [this] {
+                                             Dialog().tmrMonitor.HandleTick();
+                                             EXPECT_TRUE(Dialog().Shown());
+                                             Dialog().cmdCancel.HandleClick();
+                                             EXPECT_FALSE(Dialog().Shown());
+                                             QueueJob();
+                                         });
+    EXPECT_GT(tries, 20);
+}
+
+TEST_F(MemoryTest, AJobThatIsFoundWithoutMemoryIsFoundOnce) {
+    for (const std::u16string method : {u"0", u"1"}) {
+        windows.system.claimedInstances.clear();
+        windows.spooler.AddPrinter(u"\\\\SRV1\\laser");
+        windows.spooler.AddPrinter(u"\\\\SRV1\\colour");
+        windows.files.WriteUtf16(u"\\\\SRV1\\TLXData$\\jobs\\jsmith.tlu", u"1");
+        PublishSettings(Settings(method));
+        ASSERT_TRUE(Start());
+        // More than a tick needs that finds a job.
+        constexpr int most = 250;
+        for (int nth = 1; nth <= most && !HasFailure(); ++nth) {
+            if (method == u"0") {
+                AnnounceJob(nth, u"doc " + Decimal(nth));
+            } else {
+                fakes::FakeJob job{nth, u"\\\\WS01", u"JSmith", u"doc " + Decimal(nth)};
+                job.time[3] = static_cast<std::uint32_t>(nth);
+                windows.spooler.AddJob(u"\\\\SRV1\\laser", job);
+            }
+            windows.clock.AdvanceSeconds(1);
+            {
+                const FailingMemory memory(nth);
+                EXPECT_NO_THROW(Form().tmrActivity.HandleTick());
+            }
+            Form().cmdRefresh.HandleClick();
+            Tick(5);
+            EXPECT_EQ(Dialog().lblJobsQueued.Caption(), u"1") << "allocation " << nth;
+            Dialog().tmrMonitor.HandleTick();
+            Dialog().cmdCancel.HandleClick();
+            windows.spooler.RemoveJob(u"\\\\SRV1\\laser", nth);
+        }
+    }
+}
+
+TEST_F(MemoryTest, AJobThatIsAcceptedWithoutMemoryIsNotifiedOrTold) {
+    ASSERT_TRUE(Start());
+    OfferJob();
+    const int tries = FailEachAllocation([this] { Dialog().cmdOK.HandleClick(); },
+                                         [this] {
+                                             ExpectAnAnswer(Notified());
+                                             OfferJob();
+                                         });
+    EXPECT_GT(tries, 20);
+}
+
+TEST_F(MemoryTest, AJobThatIsCancelledWithoutMemoryIsTold) {
+    ASSERT_TRUE(Start());
+    OfferJob();
+    const int tries = FailEachAllocation([this] { Dialog().cmdCancel.HandleClick(); },
+                                         [this] {
+                                             ExpectAnAnswer(false);
+                                             OfferJob();
+                                         });
+    EXPECT_GT(tries, 5);
+}
 
 TEST_F(MemoryTest, FullRefreshThatRunsOutOfMemoryIsDoneByALaterTick) {
     ASSERT_TRUE(Start());

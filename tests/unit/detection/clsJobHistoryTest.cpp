@@ -37,6 +37,15 @@ TEST_F(JobHistory, TheSameJobIsNewOnlyOnce) {
     EXPECT_FALSE(history_.CheckNewJob(Job()));
 }
 
+TEST_F(JobHistory, AJobThatIsForgottenIsNewOnceMoreButNoOtherRecordOfIt) {
+    const auto first = Job();
+    ASSERT_TRUE(history_.CheckNewJob(first));
+    history_.Forget(Job());
+    EXPECT_FALSE(history_.CheckNewJob(Job()));
+    history_.Forget(first);
+    EXPECT_TRUE(history_.CheckNewJob(first));
+}
+
 TEST_F(JobHistory, JobsThatDifferInWhatIsNotComparedAreTheSame) {
     ASSERT_TRUE(history_.CheckNewJob(Job()));
     auto job = Job();
