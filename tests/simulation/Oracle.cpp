@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Words.h"
+
 namespace korvanta::simulation {
 
 namespace {
@@ -9,19 +11,6 @@ namespace {
 constexpr int fileNumbers = 1000;
 constexpr std::int64_t retryPause = 200;
 constexpr std::size_t recordLines = 10;
-
-std::vector<std::u16string> Lines(const std::u16string& text) {
-    std::vector<std::u16string> lines;
-    std::size_t start = 0;
-    for (;;) {
-        const std::size_t end = text.find(u"\r\n", start);
-        lines.push_back(text.substr(start, end == std::u16string::npos ? end : end - start));
-        if (end == std::u16string::npos) {
-            return lines;
-        }
-        start = end + 2;
-    }
-}
 
 bool IsNumber(const std::u16string& text) {
     return !text.empty() && std::all_of(text.begin(), text.end(), [](char16_t c) { return c >= u'0' && c <= u'9'; });
@@ -116,7 +105,7 @@ void Oracle::AskedFor(int server, int number, bool reading) {
 }
 
 void Oracle::GotJobFile(int server, int number, const std::u16string& text) {
-    const std::vector<std::u16string> lines = Lines(text);
+    const std::vector<std::u16string> lines = LinesOf(text);
     if (!IsRecord(lines)) {
         return;
     }

@@ -1,6 +1,5 @@
 // Simulates working days with servers that come and go, and accounts for every job.
 #include <atomic>
-#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -10,14 +9,14 @@
 #include <thread>
 #include <vector>
 
+#include "CommandLine.h"
 #include "Day.h"
 
 namespace {
 
 using namespace korvanta::simulation;
 
-constexpr int exitFailed = 1;
-constexpr int exitUsage = 2;
+constexpr korvanta::tests::CommandLine commandLine("simulation");
 
 const char* const usage = R"(usage: simulation [options]
 
@@ -53,20 +52,6 @@ struct Totals {
     std::map<std::string, std::uint64_t> lost;
 };
 
-[[noreturn]] void Refuse(const std::string& why) {
-    std::fprintf(stderr, "simulation: %s\nTry simulation --help.\n", why.c_str());
-    std::exit(exitUsage);
-}
-
-std::uint64_t Number(const std::string& option, const std::string& text) {
-    std::uint64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
-        Refuse(option + " takes a number, not \"" + text + "\"");
-    }
-    return number;
-}
-
 Options Read(const std::vector<std::string>& arguments) {
     Options options;
     bool one = false;
@@ -81,12 +66,12 @@ Options Read(const std::vector<std::string>& arguments) {
             continue;
         }
         if (argument != "--seeds" && argument != "--first" && argument != "--seed" && argument != "--threads") {
-            Refuse("unknown option \"" + argument + "\"");
+            commandLine.Refuse("unknown option \"" + argument + "\"");
         }
         if (i + 1 == arguments.size()) {
-            Refuse(argument + " lacks its number");
+            commandLine.Refuse(argument + " lacks its number");
         }
-        const std::uint64_t number = Number(argument, arguments[++i]);
+        const std::uint64_t number = commandLine.Number(argument, arguments[++i]);
         if (argument == "--seeds") {
             options.seeds = number;
         } else if (argument == "--threads") {
@@ -98,10 +83,10 @@ Options Read(const std::vector<std::string>& arguments) {
     }
     options.seeds = one ? 1 : options.seeds;
     if (options.seeds == 0) {
-        Refuse("--seeds 0 leaves nothing to do");
+        commandLine.Refuse("--seeds 0 leaves nothing to do");
     }
     if (options.trace && !one) {
-        Refuse("--trace goes with --seed");
+        commandLine.Refuse("--trace goes with --seed");
     }
     return options;
 }
@@ -160,5 +145,5 @@ int main(int count, char** texts) {
     }
     print("days with a job that nothing accounts for, or another failure", totals.failed);
     std::printf("%9.1f  seconds\n", seconds.count());
-    return totals.failed == 0 ? 0 : exitFailed;
+    return totals.failed == 0 ? 0 : korvanta::tests::exitFailed;
 }

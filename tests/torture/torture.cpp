@@ -1,11 +1,11 @@
 // Lets every call of every platform interface fail at every point of whole scenarios of the program.
-#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 #include <vector>
 
+#include "CommandLine.h"
 #include "Trial.h"
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -16,8 +16,7 @@ namespace {
 
 using namespace korvanta::torture;
 
-constexpr int exitFailed = 1;
-constexpr int exitUsage = 2;
+constexpr korvanta::tests::CommandLine commandLine("torture");
 
 const char* const usage = R"(usage: torture [options]
 
@@ -64,11 +63,6 @@ void TellCurrent() {
     std::fprintf(stderr, "torture: this happened in: %s\n", current);
 }
 
-[[noreturn]] void Refuse(const std::string& why) {
-    std::fprintf(stderr, "torture: %s\nTry torture --help.\n", why.c_str());
-    std::exit(exitUsage);
-}
-
 template <class Names>
 void CheckName(const std::string& what, const std::string& name, const Names& names) {
     std::string all;
@@ -78,16 +72,7 @@ void CheckName(const std::string& what, const std::string& name, const Names& na
         }
         all += (all.empty() ? "" : ", ") + known;
     }
-    Refuse("there is no " + what + " \"" + name + "\"; there are " + all);
-}
-
-std::size_t Number(const std::string& option, const std::string& text) {
-    std::size_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
-        Refuse(option + " takes a number, not \"" + text + "\"");
-    }
-    return number;
+    commandLine.Refuse("there is no " + what + " \"" + name + "\"; there are " + all);
 }
 
 Options Read(const std::vector<std::string>& arguments) {
@@ -108,11 +93,11 @@ Options Read(const std::vector<std::string>& arguments) {
         } else if (argument == "--trace") {
             options.trace = true;
         } else if (text == texts.end() && argument != "--point") {
-            Refuse("unknown option \"" + argument + "\"");
+            commandLine.Refuse("unknown option \"" + argument + "\"");
         } else if (i + 1 == arguments.size()) {
-            Refuse(argument + " lacks its value");
+            commandLine.Refuse(argument + " lacks its value");
         } else if (argument == "--point") {
-            options.point = Number(argument, arguments[++i]);
+            options.point = commandLine.Number(argument, arguments[++i]);
         } else {
             *text->second = arguments[++i];
         }
@@ -125,7 +110,7 @@ Options Read(const std::vector<std::string>& arguments) {
     CheckName("detection", options.detection, std::vector<std::string>{"file", "spooler", "spooler9x", "http"});
     CheckName("reach", options.reach, std::vector<std::string>{"once", "from", "server", "everything"});
     if (!options.code.empty() && options.code != "half") {
-        Number("--code", options.code);
+        commandLine.Number("--code", options.code);
     }
     return options;
 }
@@ -190,8 +175,9 @@ Totals TryScenario(const Scenario& scenario, Detection detection, const Options&
         ++totals.failures;
     }
     if (options.point && *options.point >= plain.points.size()) {
-        Refuse("scenario " + std::string(scenario.name) + " (" + DetectionName(detection) + ") has the points 0 to " +
-               std::to_string(plain.points.size() - 1) + ", not " + std::to_string(*options.point));
+        commandLine.Refuse("scenario " + std::string(scenario.name) + " (" + DetectionName(detection) +
+                           ") has the points 0 to " + std::to_string(plain.points.size() - 1) + ", not " +
+                           std::to_string(*options.point));
     }
     for (std::size_t i = 0; i < plain.points.size(); ++i) {
         const Point& point = plain.points[i];
@@ -254,7 +240,7 @@ int main(int count, char** texts) {
         }
     }
     if (!options.list && tried == 0) {
-        Refuse("nothing was tried: no scenario that was asked for makes such a call");
+        commandLine.Refuse("nothing was tried: no scenario that was asked for makes such a call");
     }
-    return failures == 0 ? 0 : exitFailed;
+    return failures == 0 ? 0 : korvanta::tests::exitFailed;
 }
