@@ -23,6 +23,15 @@ bool IsInput(UINT message) {
     }
 }
 
+// The message box that the window is or belongs to; none for windows of other kinds.
+HWND MessageBoxOf(HWND window) {
+    while (window && (textCalls::WindowData(window, GWL_STYLE) & WS_CHILD) != 0) {
+        window = ::GetParent(window);
+    }
+    constexpr ATOM dialogClass = 0x8002;  // what Windows makes its own dialogs of
+    return window && ::GetClassLongA(window, GCW_ATOM) == dialogClass ? window : nullptr;
+}
+
 }  // namespace
 
 void DialogWindows::Add(HWND window, InputFilter filter) {
@@ -48,9 +57,13 @@ HWND DialogWindows::Owner(HWND target) const {
 }
 
 bool DialogWindows::Translate(MSG& message) {
-    const HWND window = message.hwnd ? Owner(message.hwnd) : nullptr;
-    if (!window) {
+    if (!message.hwnd) {
         return false;
+    }
+    const HWND window = Owner(message.hwnd);
+    if (!window) {
+        const HWND box = MessageBoxOf(message.hwnd);
+        return box && textCalls::IsDialogKey(box, message);
     }
     if (IsInput(message.message)) {
         // A copy, because the filter may make or end windows.

@@ -8,7 +8,8 @@
 namespace korvanta {
 
 // The program's top-level windows that want dialog keys (Tab, access keys, default and cancel button). Every message
-// loop of the program shows its messages here first.
+// loop of the program shows its messages here first. Message boxes need not be added: while one is up, what the program
+// does at intervals lets messages run too, and a key for the box must not be lost there.
 class DialogWindows {
   public:
     // Sees a keyboard message, or the press of a mouse button, before anybody else does; true uses it up.
@@ -16,7 +17,8 @@ class DialogWindows {
 
     void Add(HWND window, InputFilter filter = {});
     void Remove(HWND window);
-    // True when the message, one for such a window or a child of it, has been dealt with and must not be dispatched.
+    // True when the message, one for such a window, a message box or a child of one, has been dealt with and must not
+    // be dispatched.
     bool Translate(MSG& message);
 
   private:

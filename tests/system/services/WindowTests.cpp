@@ -380,6 +380,37 @@ TEST_F(MessageBoxTests, AProgramThatIsEndingShowsNothingAndRefuses) {
     EXPECT_EQ(boxes_.Show(u"Text", u"Title", MessageButtons::YesNo, MessageIcon::None), MessageAnswer::No);
 }
 
+// While a box is up, what the program does at intervals goes on, and may let messages run.
+TEST_F(MessageBoxTests, KeysForABoxReachItWhereverMessagesRun) {
+    const auto answerOfKey = [&](WPARAM key) {
+        const DWORD start = ::GetTickCount();
+        bool pressed = false;
+        window_.onMessage = [&](UINT message, WPARAM, LPARAM) {
+            if (message != WM_TIMER) {
+                return false;
+            }
+            const HWND box = ::GetActiveWindow();
+            const bool late = ::GetTickCount() - start > 5000;
+            if (late) {
+                textCalls::Post(box, WM_COMMAND, IDCANCEL);
+            } else if (!pressed && textCalls::ClassName(box) == u"#32770" && ::IsChild(box, ::GetFocus())) {
+                pressed = true;
+                textCalls::Post(::GetFocus(), WM_KEYDOWN, key);
+                loop_.RunPending();
+            }
+            return true;
+        };
+        ::SetTimer(window_.Get(), 1, 20, nullptr);
+        const MessageAnswer answer = boxes_.Show(u"Text", u"Title", MessageButtons::OKCancel, MessageIcon::Question);
+        ::KillTimer(window_.Get(), 1);
+        return answer;
+    };
+    EXPECT_EQ(answerOfKey(VK_RETURN), MessageAnswer::OK);
+    const DWORD start = ::GetTickCount();
+    EXPECT_EQ(answerOfKey(VK_ESCAPE), MessageAnswer::Cancel);
+    EXPECT_LT(::GetTickCount() - start, DWORD{5000}) << "the key, not the end of the test";
+}
+
 TEST_F(MessageBoxTests, AQuitEndsTheBoxAndThenTheLoop) {
     window_.onMessage = [&](UINT message, WPARAM, LPARAM) {
         if (message == WM_TIMER) {
