@@ -4,7 +4,7 @@ set(KORVANTA_WINDOWS_BUILD ${CMAKE_SOURCE_DIR}/build/windows CACHE PATH "The bui
 set(client_program ${CMAKE_SOURCE_DIR}/dist/KorvantaClient/KorvantaClient.exe)
 
 add_test(NAME "house: the rules" COMMAND ${CMAKE_SOURCE_DIR}/tools/check-house --program ${client_program})
-add_test(NAME "house: clang-tidy" COMMAND ${CMAKE_SOURCE_DIR}/tools/tidy -p ${CMAKE_BINARY_DIR})
+add_test(NAME "house: clang-tidy" COMMAND ${CMAKE_SOURCE_DIR}/tools/tidy)
 set_tests_properties("house: clang-tidy" PROPERTIES TIMEOUT 900 PROCESSORS 2)
 
 # Python tests are found by their folders.

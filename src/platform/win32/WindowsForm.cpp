@@ -74,7 +74,7 @@ void WindowsForm::CreateFormWindow() {
     ::EnableWindow(handle, form_.Enabled());
     program.forms.push_back(handle);
     program.dialogs.Add(handle, [this](const MSG& input) { return KeepsOut(input) || SwitchesTab(input); });
-    Changed(Aspect::TopMost);
+    WindowsForm::Changed(Aspect::TopMost);
     FollowScreen();
 }
 

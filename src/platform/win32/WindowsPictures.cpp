@@ -38,7 +38,7 @@ void WindowsImage::ShowPicture() {
 
 WindowsLine::WindowsLine(Line& line, HostWindow& host) : ControlWindow(line, host), line_(line) {
     Create(L"STATIC", SS_LEFT);
-    ShowPlace();
+    WindowsLine::ShowPlace();
 }
 
 HBRUSH WindowsLine::Colors(HDC /*context*/) {
