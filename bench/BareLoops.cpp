@@ -1,7 +1,9 @@
 #include "BareLoops.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cwctype>
 #include <memory>
 
 #include "common/Text.h"
@@ -21,6 +23,11 @@ std::u16string ReadWhole(const std::string& path) {
     std::u16string text(bytes / sizeof(char16_t), u'\0');
     text.resize(std::fread(text.data(), sizeof(char16_t), text.size(), file.get()));
     return text;
+}
+
+bool ContainsNoCase(const std::u16string& title, const std::u16string& text) {
+    return std::search(title.begin(), title.end(), text.begin(), text.end(),
+                       [](char16_t a, char16_t b) { return std::towlower(a) == std::towlower(b); }) != title.end();
 }
 
 }  // namespace
@@ -43,15 +50,14 @@ std::vector<KeptFields> LoadBare(const std::string& file) {
     return accounts;
 }
 
-std::vector<std::uint32_t> SearchBare(const std::vector<KeptTitles>& accounts, const std::u16string& text,
-                                      Contains contains) {
-    std::vector<std::uint32_t> found;
+void SearchBare(const std::vector<KeptTitles>& accounts, const std::u16string& text,
+                std::vector<std::uint32_t>& found) {
+    found.clear();
     for (std::size_t i = 0; i < accounts.size(); ++i) {
-        if (contains(accounts[i].subTitle, text) || contains(accounts[i].mainTitle, text)) {
+        if (ContainsNoCase(accounts[i].subTitle, text) || ContainsNoCase(accounts[i].mainTitle, text)) {
             found.push_back(static_cast<std::uint32_t>(i));
         }
     }
-    return found;
 }
 
 }  // namespace korvanta::bench

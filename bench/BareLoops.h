@@ -18,12 +18,7 @@ struct KeptTitles {
     std::u16string subTitle;
 };
 
-// Whether the text, which is in lower case, and whatever the title's letter case is, is in a title: what each platform
-// offers for that.
-using Contains = bool (*)(const std::u16string& title, const std::u16string& text);
-
-// The numbers of the accounts that have the text in a title.
-std::vector<std::uint32_t> SearchBare(const std::vector<KeptTitles>& accounts, const std::u16string& text,
-                                      Contains contains);
+// Fills `found` with the numbers of the accounts that have the text in a title, whatever its letter case.
+void SearchBare(const std::vector<KeptTitles>& accounts, const std::u16string& text, std::vector<std::uint32_t>& found);
 
 }  // namespace korvanta::bench

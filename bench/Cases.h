@@ -27,7 +27,6 @@ struct Surroundings {
     FileSystem& files;  // has \\BENCH\TLXData$\Accounts.txt
     MutexFactory& mutexes;
     std::string accountsFile;  // the same file as the C library names it
-    Contains contains;
 };
 
 // Whether the benchmark of that name is wanted.

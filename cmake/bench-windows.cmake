@@ -3,7 +3,7 @@ add_executable(windows_bench EXCLUDE_FROM_ALL bench/windows/windows_bench.cpp be
                              bench/windows/StartCase.cpp bench/Cases.cpp bench/BareLoops.cpp
                              src/platform/win32/resources.rc)
 target_include_directories(windows_bench PRIVATE bench tests)
-target_link_libraries(windows_bench PRIVATE korvanta_win32 client_driver shlwapi)
+target_link_libraries(windows_bench PRIVATE korvanta_win32 client_driver)
 add_executable(empty EXCLUDE_FROM_ALL WIN32 bench/windows/empty.cpp)
 add_executable(idle EXCLUDE_FROM_ALL WIN32 bench/windows/idle.cpp)
 foreach(program windows_bench empty idle)

@@ -3,10 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <cwctype>
 #include <deque>
 #include <map>
 #include <set>
@@ -17,11 +15,6 @@
 namespace {
 
 using namespace korvanta::bench;
-
-bool ContainsNoCase(const std::u16string& title, const std::u16string& text) {
-    return std::search(title.begin(), title.end(), text.begin(), text.end(),
-                       [](char16_t a, char16_t b) { return std::towlower(a) == std::towlower(b); }) != title.end();
-}
 
 void Register(const Case& row) {
     const auto add = [&row](const char* side, const std::function<void()>& action) {
@@ -66,7 +59,7 @@ int main(int argc, char** argv) {
     }
     std::deque<OneFile> fileSystems;
     for (const auto& [count, file] : files) {
-        const Surroundings surroundings{fileSystems.emplace_back(file), mutexes, file, ContainsNoCase};
+        const Surroundings surroundings{fileSystems.emplace_back(file), mutexes, file};
         for (const Case& row :
              AccountCases(surroundings, count, [&wanted](const std::string& name) { return wanted.contains(name); })) {
             Register(row);

@@ -3,10 +3,9 @@
 
 #include <windows.h>
 
-#include <shlwapi.h>
-
 #include <algorithm>
 #include <chrono>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <set>
@@ -19,12 +18,6 @@
 namespace {
 
 using namespace korvanta::bench;
-
-// The platform's own.
-bool ContainsNoCase(const std::u16string& title, const std::u16string& text) {
-    return text.empty() || StrStrIW(reinterpret_cast<const wchar_t*>(title.c_str()),
-                                    reinterpret_cast<const wchar_t*>(text.c_str())) != nullptr;
-}
 
 // The system's files, without the copy that the product keeps for times when the server is down: what is compared is
 // reading them.
@@ -113,6 +106,7 @@ int Fail(const char* what) {
 // Arguments: "list-operations N"; "start CLIENT EMPTY ROUNDS"; or COUNT and any of load, search, list, grid, keystroke,
 // --quick, with \\BENCH\TLXData$\Accounts.txt holding so many accounts.
 int main(int argc, char** argv) {
+    std::setlocale(LC_ALL, "");
     korvanta::WindowsPlatform windows;
     korvanta::Platform& platform = windows.Services();
     const std::string command = argc > 1 ? argv[1] : "";
@@ -131,7 +125,7 @@ int main(int argc, char** argv) {
     const std::set<std::string> names(argv + 2, argv + argc);
     const auto wanted = [&names](const std::string& name) { return names.contains(name); };
     ReadFiles files(platform.files);
-    const Surroundings surroundings{files, platform.mutexes, "\\\\BENCH\\TLXData$\\Accounts.txt", ContainsNoCase};
+    const Surroundings surroundings{files, platform.mutexes, "\\\\BENCH\\TLXData$\\Accounts.txt"};
     const bool quick = names.contains("--quick");
     RunAll(AccountCases(surroundings, count, wanted), quick);
     if (wanted("list")) {

@@ -29,45 +29,57 @@ bool BytePattern::CanCompareSixteen() {
     return __builtin_cpu_supports("sse2") != 0;
 }
 
-// Looks closer only where both the first and the last byte are right. Whoever calls may have aligned the stack for
-// less than sixteen bytes.
-__attribute__((target("sse2"), force_align_arg_pointer)) const std::uint8_t* BytePattern::FindBySixteens(
-    const std::uint8_t* from, const std::uint8_t* end) const {
+void BytePattern::Mark(const std::uint8_t* from, const std::uint8_t* end, Marks& marks) const {
+    const auto length = static_cast<std::size_t>(end - from);
+    marks.Reset(length);
+    if (!bytes_.empty() && bytes_.size() <= length) {
+        const std::size_t places = length - bytes_.size() + 1;
+        MarkBySkips(from, sixteenAtOnce_ ? MarkBySixteens(from, places, marks) : 0, places, marks);
+    }
+}
+
+// Looks closer only where both the first and the last byte are right. Gives the first place that it did not look at.
+// Whoever calls may have aligned the stack for less than sixteen bytes.
+__attribute__((target("sse2"), force_align_arg_pointer)) std::size_t BytePattern::MarkBySixteens(
+    const std::uint8_t* text, std::size_t places, Marks& marks) const {
     const std::size_t toLast = bytes_.size() - 1;
     const Sixteen first = Sixteen{} + bytes_.front();
     const Sixteen last = Sixteen{} + bytes_.back();
-    while (static_cast<std::size_t>(end - from) >= toLast + sizeof(Sixteen)) {
-        Sixteen beginnings;
-        Sixteen endings;
-        std::memcpy(&beginnings, from, sizeof beginnings);
-        std::memcpy(&endings, from + toLast, sizeof endings);
-        using Signed = char __attribute__((vector_size(16)));
-        auto candidates = static_cast<unsigned>(
-            __builtin_ia32_pmovmskb128(reinterpret_cast<Signed>((beginnings == first) & (endings == last))));
-        for (; candidates != 0; candidates &= candidates - 1) {
-            const std::uint8_t* const place = from + __builtin_ctz(candidates);
-            if (toLast < 2 || std::equal(bytes_.begin() + 1, bytes_.end() - 1, place + 1)) {
-                return place;
+    std::size_t place = 0;
+    for (; place + Marks::placesOfWord <= places; place += Marks::placesOfWord) {
+        Marks::Word found = 0;
+        for (std::size_t i = 0; i < Marks::placesOfWord; i += sizeof(Sixteen)) {
+            Sixteen beginnings;
+            Sixteen endings;
+            std::memcpy(&beginnings, text + place + i, sizeof beginnings);
+            std::memcpy(&endings, text + place + i + toLast, sizeof endings);
+            using Signed = char __attribute__((vector_size(16)));
+            const int both =
+                __builtin_ia32_pmovmskb128(reinterpret_cast<Signed>((beginnings == first) & (endings == last)));
+            found |= static_cast<Marks::Word>(both) << i;
+        }
+        if (toLast > 1) {
+            for (Marks::Word left = found; left != 0; left &= left - 1) {
+                const std::uint8_t* const candidate = text + place + __builtin_ctz(left);
+                if (!std::equal(bytes_.begin() + 1, bytes_.end() - 1, candidate + 1)) {
+                    found &= ~(left & (~left + 1));
+                }
             }
         }
-        from += sizeof(Sixteen);
+        marks.SetWord(place, found);
     }
-    return FindBySkips(from, end);
+    return place;
 }
 
-const std::uint8_t* BytePattern::FindBySkips(const std::uint8_t* from, const std::uint8_t* end) const {
-    if (bytes_.empty()) {
-        return from;
-    }
+void BytePattern::MarkBySkips(const std::uint8_t* text, std::size_t place, std::size_t places, Marks& marks) const {
     const std::size_t toLast = bytes_.size() - 1;
-    while (static_cast<std::size_t>(end - from) > toLast) {
-        const std::size_t skip = skips_[from[toLast]];
-        if (skip == 0 && std::equal(bytes_.begin(), bytes_.end() - 1, from)) {
-            return from;
+    while (place < places) {
+        const std::size_t skip = skips_[text[place + toLast]];
+        if (skip == 0 && std::equal(bytes_.begin(), bytes_.end() - 1, text + place)) {
+            marks.Set(place);
         }
-        from += skip == 0 ? skipAfterLast_ : skip;
+        place += skip == 0 ? skipAfterLast_ : skip;
     }
-    return nullptr;
 }
 
 }  // namespace korvanta

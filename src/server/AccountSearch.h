@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,28 +24,28 @@ class AccountSearch {
     // Found in the main account's titles, it shows the whole group; else the main account and the sub-accounts that
     // have it in their SubTitle. A MainTitle that a sub-account has of its own also shows the group's main account.
     // Holds until the next call. `group` is below the table's GroupCount().
-    const std::vector<std::uint32_t>& Shown(std::size_t group);
+    std::span<const std::uint32_t> Shown(std::size_t group);
 
   private:
-    void SeekFrom(std::size_t account);
-    void ScanBlock(std::size_t account);
-    const std::uint8_t* Find(const AccountTable::Block& block, const std::uint8_t* from, const std::uint8_t* end) const;
-    std::size_t AccountAt(std::size_t offset, std::size_t first, std::size_t end) const;
-    void ShowAll(std::size_t first, std::size_t end);
-    bool FoundInSubTitle(std::size_t account) const;
-    std::size_t EndOfBlock() const;
+    void LookAt(std::size_t account);
+    void MarkBlockOf(std::size_t account);
+    std::span<const std::uint32_t> ShowAll(std::size_t first, std::size_t end);
+    std::uint32_t* RoomFor(std::size_t accounts);
+    std::size_t TitlesBegin(std::size_t account) const;
+    std::size_t TitlesEnd(std::size_t account) const;
+    bool IsHit(std::size_t account) const;
+    bool HasHitInSubTitle(std::size_t account) const;
 
     std::shared_ptr<const AccountTable> table_;
     std::u16string lower_;
     BytePattern folded_;  // lower_ as the table folds it
     bool foldedSuffices_;
 
-    // From the account that was sought there is nothing to find before next_; there is in next_ itself when found_.
-    std::size_t sought_ = 0;
-    std::size_t next_ = 0;
-    bool found_ = false;
-    std::size_t block_ = 0;        // that of next_, when found_
-    std::size_t foundOffset_ = 0;  // and where in it
+    // Where the text is in the block that was looked at last, and that block's accounts.
+    Marks hits_;
+    std::size_t block_ = 0;
+    std::size_t firstAccount_ = 0;
+    std::size_t endAccount_ = 0;
     std::vector<std::uint32_t> shown_;
 };
 

@@ -110,7 +110,8 @@ void RequireFound(const std::shared_ptr<const AccountTable>& table, const Accoun
     const std::size_t groups = expected.groups.size();
     for (std::size_t i = 0; i < groups; ++i) {
         const std::size_t group = backwards ? groups - 1 - i : i;
-        std::vector<std::uint32_t> shown = search.Shown(group);
+        const std::span<const std::uint32_t> numbers = search.Shown(group);
+        std::vector<std::uint32_t> shown(numbers.begin(), numbers.end());
         for (std::uint32_t& account : shown) {
             account -= static_cast<std::uint32_t>(table->GroupStart(group));
         }

@@ -34,7 +34,7 @@ Numbers ShownIn(const std::shared_ptr<AccountTable>& table, const std::u16string
     AccountSearch search(table, text);
     Numbers all;
     for (std::size_t group = 0; group < table->GroupCount(); ++group) {
-        const Numbers& shown = search.Shown(group);
+        const std::span<const std::uint32_t> shown = search.Shown(group);
         all.insert(all.end(), shown.begin(), shown.end());
     }
     return all;
