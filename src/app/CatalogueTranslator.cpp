@@ -19,6 +19,7 @@ void CatalogueTranslator::LoadCatalogue(const std::u16string& path) {
     path_ = path;
     failure_.reset();
     catalogue_ = Catalogue();
+    collisions_.clear();
     try {
         TextInput file = TextInput::OpenUtf16(files_, path);
         if (!file.AtEnd()) {
@@ -49,6 +50,9 @@ void CatalogueTranslator::Translate(Container& form) {
             text.replace(*translation);
         }
     }
+    for (std::u16string& key : DropRepeatedAccessKeys(form)) {
+        collisions_.push_back(std::move(key));
+    }
 }
 
 const std::u16string* CatalogueTranslator::Find(const std::u16string& key) const {
@@ -76,6 +80,9 @@ std::vector<std::u16string> CatalogueTranslator::Problems() const {
     const auto known = [this](const std::u16string& language) { return catalogue_.Has(section_, language); };
     if (!failure_ && !builtIn && std::none_of(languages_.begin(), languages_.end(), known)) {
         add(u"there is no language \"" + languages_.front() + u"\"");
+    }
+    for (const std::u16string& key : collisions_) {
+        add(key + u" has the access key of an earlier text of its form, and loses it");
     }
     return problems;
 }

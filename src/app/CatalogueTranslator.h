@@ -10,7 +10,8 @@
 namespace korvanta {
 
 // Translates by a catalogue file (see Catalogue). A language with a part behind a "-" or "_" ("deu-at") has what it
-// lacks from the language without that part ("deu"); what no language has stays as it is.
+// lacks from the language without that part ("deu"); what no language has stays as it is. Where that leaves two texts
+// of a form with one access key, the first in tab order keeps it.
 class CatalogueTranslator : public Translator {
   public:
     explicit CatalogueTranslator(FileSystem& files) : files_(files) {}
@@ -34,6 +35,7 @@ class CatalogueTranslator : public Translator {
     // The language, and then those that it falls back to.
     std::vector<std::u16string> languages_;
     std::u16string section_;
+    std::vector<std::u16string> collisions_;  // the keys of texts that lost their access keys
 };
 
 }  // namespace korvanta

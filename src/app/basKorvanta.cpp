@@ -94,6 +94,7 @@ bool basKorvanta::StartUp() {
     LoadForm(*accountDialog_);
     marker_ = u"Main:13";
     messages_.Load(nullptr);
+    LogTranslationProblems();
     marker_ = u"Main:14";
     CenterForm(*mainForm_, platform_.screen);
     marker_ = u"Main:15";
@@ -107,9 +108,14 @@ void basKorvanta::SetUpTranslation() {
     translator_.LoadCatalogue(programFolder_ + u"\\" + u"Korvanta.tam");
     translator_.SetLanguage(registrySettings_.Language());
     translator_.SelectSection(translationSection);
-    // The trace log is off yet; who turns it on finds them there too.
-    for (const std::u16string& problem : translator_.Problems()) {
-        errorLog_.Message(problem);
+    LogTranslationProblems();
+}
+
+// The trace log is off yet; who turns it on finds them there too.
+void basKorvanta::LogTranslationProblems() {
+    const std::vector<std::u16string> problems = translator_.Problems();
+    for (; loggedProblems_ < problems.size(); ++loggedProblems_) {
+        errorLog_.Message(problems[loggedProblems_]);
     }
 }
 

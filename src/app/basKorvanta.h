@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -53,6 +54,8 @@ class basKorvanta {
   private:
     bool StartUp();
     void SetUpTranslation();
+    // Those that are new since the last time.
+    void LogTranslationProblems();
     bool RefuseSecondCopy();
     bool ObtainPrimaryServer();
     bool AskForPrimaryServer();
@@ -81,6 +84,7 @@ class basKorvanta {
     frmMessages messages_;
 
     std::u16string marker_;
+    std::size_t loggedProblems_ = 0;
     std::u16string primaryServerName_;
     std::u16string clientSettingsCachePath_;
     bool testMode_ = false;

@@ -46,6 +46,7 @@ frmMessages::frmMessages(Translator& translator) : Form(u"frmMessages"), transla
           &lblSelectAccount, &lblAccountListError, &lblNotificationCreationError, &lblJobCancelSuccess,
           &lblJobCancelError, &lblPrimaryServerError, &lblPrimaryServerUnknown, &lblMessageBoxTitle,
           &lblEnterPrimaryServer, &lblApplicationTitle, &lblUnexpectedError, &lblDownloadError}) {
+        label->AccessKey(false);
         Add(*label);
     }
 }

@@ -1,6 +1,10 @@
 #include "common/FormTexts.h"
 
+#include <set>
+#include <utility>
+
 #include "common/Text.h"
+#include "controls/AccessKey.h"
 #include "controls/Controls.h"
 
 namespace korvanta {
@@ -28,7 +32,8 @@ class Walk {
         if (control.Caption().empty() || (label && label->ShowsData()) || dynamic_cast<const TextBox*>(&control)) {
             return;
         }
-        texts.push_back({name, control.Caption(), [&control](const std::u16string& text) { control.Caption(text); }});
+        texts.push_back({name, control.Caption(), [&control](const std::u16string& text) { control.Caption(text); },
+                         MarksAccessKey(control)});
     }
 
   private:
@@ -37,8 +42,16 @@ class Walk {
         for (const std::u16string& caption : tabs.Tabs()) {
             ++number;
             texts.push_back({name + u"." + NumberText(number), caption,
-                             [&tabs, number](const std::u16string& text) { tabs.TabCaption(number, text); }});
+                             [&tabs, number](const std::u16string& text) { tabs.TabCaption(number, text); }, true});
         }
+    }
+
+    // What is not seen has none; the entries of a menu have theirs to themselves.
+    static bool MarksAccessKey(const Control& control) {
+        const auto* label = dynamic_cast<const Label*>(&control);
+        return control.Visible() && dynamic_cast<const HiddenTexts*>(control.Parent()) == nullptr &&
+               ((label != nullptr && label->AccessKey()) || dynamic_cast<const CheckBox*>(&control) != nullptr ||
+                dynamic_cast<const CommandButton*>(&control) != nullptr);
     }
 
     // The form's own controls, only arranged.
@@ -56,6 +69,19 @@ std::vector<FormText> TextsOf(Container& owner) {
     walk.TakeCaption(owner, name);
     walk.Through(owner, name);
     return std::move(walk.texts);
+}
+
+std::vector<std::u16string> DropRepeatedAccessKeys(Container& form) {
+    std::set<char16_t> taken;
+    std::vector<std::u16string> losers;
+    for (const FormText& text : TextsOf(form)) {
+        const std::size_t key = text.marksAccessKey ? AccessKeyPlace(text.text) : std::u16string::npos;
+        if (key != std::u16string::npos && !taken.insert(LowerUnit(text.text[key])).second) {
+            text.replace(WithoutAccessKey(text.text));
+            losers.push_back(text.key);
+        }
+    }
+    return losers;
 }
 
 }  // namespace korvanta

@@ -19,7 +19,8 @@ class Translator {
     virtual void SelectSection(const std::u16string& section) = 0;
     // Translates the captions of a form, or of a control put together from others, and of all that it holds.
     virtual void Translate(Container& form) = 0;
-    // What is wrong with the catalogue and with what was asked of it: lines for a log, in English.
+    // What is wrong with the catalogue and with what was asked of it: lines for a log, in English. Translate may add
+    // to them at the end.
     virtual std::vector<std::u16string> Problems() const = 0;
 };
 

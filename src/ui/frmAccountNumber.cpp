@@ -9,6 +9,7 @@
 #include "common/Guarded.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
+#include "controls/AccessKey.h"
 
 namespace korvanta {
 
@@ -160,7 +161,7 @@ void frmAccountNumber::ApplySettings() {
         txtComment.Text(services_.settings.DefaultComment());
     }
     const std::u16string label = services_.settings.ShowOnInvoiceLabel();
-    chkInvoice.Caption(label.empty() ? invoiceCaption_ : label);
+    chkInvoice.Caption(label.empty() ? invoiceCaption_ : WithPlainAmpersands(label));
     OnResize();
     GrowToFit();
     FillChargeRates();

@@ -53,11 +53,13 @@ COLORREF LinkColor(COLORREF background) {
     return ::GetSysColor(COLOR_WINDOWTEXT);
 }
 
-COLORREF PaleHighlight(COLORREF background) {
-    const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
+COLORREF PaleHighlight(COLORREF highlight, COLORREF background) {
+    constexpr int leastDifference = 24;
     const auto mixed = [](int strong, int weak) { return static_cast<BYTE>((strong + 3 * weak) / 4); };
-    return RGB(mixed(GetRValue(highlight), GetRValue(background)), mixed(GetGValue(highlight), GetGValue(background)),
-               mixed(GetBValue(highlight), GetBValue(background)));
+    const COLORREF pale =
+        RGB(mixed(GetRValue(highlight), GetRValue(background)), mixed(GetGValue(highlight), GetGValue(background)),
+            mixed(GetBValue(highlight), GetBValue(background)));
+    return std::abs(Brightness(pale) - Brightness(background)) >= leastDifference ? pale : highlight;
 }
 
 HBRUSH ColorBrush(Color color, BrushHandle& keeper) {

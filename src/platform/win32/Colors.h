@@ -17,8 +17,9 @@ COLORREF TextColor(const Control& control);
 // The color of a link on that background: the user's, unless it can hardly be read there.
 COLORREF LinkColor(COLORREF background);
 
-// What marks the current row of a list that has not the focus. The system's own color for that can hardly be seen.
-COLORREF PaleHighlight(COLORREF background);
+// What marks the current row of a list that has not the focus; the system's own color for that can hardly be seen: a
+// pale form of the highlight color, or that itself where the pale one can hardly be told from the background.
+COLORREF PaleHighlight(COLORREF highlight, COLORREF background);
 
 // A brush of that color. One that the system does not keep is put into `keeper`, with which it goes.
 HBRUSH ColorBrush(Color color, BrushHandle& keeper);

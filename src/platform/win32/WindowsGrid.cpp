@@ -247,7 +247,11 @@ LRESULT WindowsGrid::CustomDraw(NMLVCUSTOMDRAW& draw) const {
         }
         if (row == grid_.Row() && ::GetFocus() != Window()) {
             draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
-            draw.clrTextBk = PaleHighlight(ScreenColor(grid_.BackColor()));
+            const COLORREF highlight = ::GetSysColor(COLOR_HIGHLIGHT);
+            draw.clrTextBk = PaleHighlight(highlight, ScreenColor(grid_.BackColor()));
+            if (draw.clrTextBk == highlight) {
+                draw.clrText = ::GetSysColor(COLOR_HIGHLIGHTTEXT);
+            }
         }
     }
     return CDRF_DODEFAULT;

@@ -1,5 +1,6 @@
 #include "platform/win32/WindowsTabStrip.h"
 
+#include "controls/AccessKey.h"
 #include "platform/win32/TextCalls.h"
 
 namespace korvanta {
@@ -113,9 +114,8 @@ bool WindowsTabStrip::TakeKey(const MSG& key) {
 bool WindowsTabStrip::TakeAccessKey(char16_t typed) {
     const std::vector<std::u16string>& tabs = tabStrip_.Tabs();
     for (std::size_t i = 0; i < tabs.size(); ++i) {
-        const std::size_t mark = tabs[i].find(u'&');
-        if (mark != std::u16string::npos && mark + 1 < tabs[i].size() &&
-            textCalls::SameIgnoringCase(tabs[i].substr(mark + 1, 1), {&typed, 1})) {
+        const std::size_t key = AccessKeyPlace(tabs[i]);
+        if (key != std::u16string::npos && textCalls::SameIgnoringCase(tabs[i].substr(key, 1), {&typed, 1})) {
             tabStrip_.HandleChosenByKey(static_cast<int>(i) + 1);
             return true;
         }

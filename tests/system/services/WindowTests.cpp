@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "platform/win32/Colors.h"
 #include "platform/win32/DialogWindows.h"
 #include "platform/win32/Fonts.h"
 #include "platform/win32/Handles.h"
@@ -422,6 +423,14 @@ TEST_F(MessageBoxTests, AQuitEndsTheBoxAndThenTheLoop) {
     EXPECT_EQ(boxes_.Show(u"Text", u"Title", MessageButtons::YesNo, MessageIcon::None), MessageAnswer::No);
     ::KillTimer(window_.Get(), 1);
     loop_.Run();
+}
+
+TEST(ColorsTests, AHighlightPalesOnlyAsFarAsItIsSeen) {
+    constexpr COLORREF white = RGB(255, 255, 255);
+    EXPECT_EQ(PaleHighlight(RGB(0, 0, 128), white), RGB(191, 191, 223));
+    EXPECT_EQ(PaleHighlight(RGB(51, 153, 255), white), RGB(204, 229, 255));
+    EXPECT_EQ(PaleHighlight(RGB(128, 0, 128), RGB(0, 0, 0)), RGB(128, 0, 128)) << "white on black";
+    EXPECT_EQ(PaleHighlight(RGB(255, 255, 0), white), RGB(255, 255, 0));
 }
 
 TEST(FontsTests, LengthsAreConvertedAtTheScreensResolution) {

@@ -248,6 +248,18 @@ TEST_F(EveryTextTest, UnexpectedErrorIsToldInTheLanguageWithItsValues) {
     EXPECT_TRUE(LastBox().ends_with(u"\r\nsupport@korvanta.example"));
 }
 
+TEST_F(EveryTextTest, AnAccessKeyThatIsGivenTwiceIsToldInTheLogOnce) {
+    windows.files.AddFolder(programFolder + u"\\Logs");
+    WriteCatalogue(u"[TLXActTrkClient key]\r\nfrmAccountNumber.cmdOK = &Search now\r\n");
+    ASSERT_TRUE(StartTranslated());
+    EXPECT_EQ(program->AccountDialog()->lblSearch.Caption(), u"&Search:");
+    EXPECT_EQ(program->AccountDialog()->cmdOK.Caption(), u"Search now");
+    const std::u16string log = windows.files.ReadAnsi(programFolder + u"\\Logs\\event.log");
+    const std::u16string told = u"Korvanta.tam: frmAccountNumber.cmdOK has the access key of an earlier text";
+    ASSERT_NE(log.find(told), std::u16string::npos) << Narrow(log);
+    EXPECT_EQ(log.find(told), log.rfind(told));
+}
+
 TEST_F(EveryTextTest, SupportAddressStandsWhereTheTranslationHasItsPlace) {
     WriteCatalogue(u"[TLXActTrkClient key]\r\nfrmMessages.lblInternalErrorServerName = %1: help!\r\n");
     catalogueTranslator.SetSections({section});

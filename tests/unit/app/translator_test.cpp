@@ -19,6 +19,7 @@ class SmallForm : public Form {
         label.Caption(u"Text");
         Add(label);
     }
+    void Take(Control& control) { Add(control); }
     Label label{u"lblText"};
 };
 
@@ -112,6 +113,23 @@ TEST_F(TranslatorTest, BrokenLinesAreToldWithTheFileAndAreLeftOut) {
     EXPECT_THAT(translator.Problems(),
                 ElementsAre(u"Catalogue C:\\Korvanta\\Korvanta.tam: line 3: neither a comment, a "
                             u"header nor \"name = text\""));
+}
+
+TEST_F(TranslatorTest, AnAccessKeyThatIsTakenIsLeftOutAndTold) {
+    Write(u"[TLXActTrkClient deu]\r\nfrmSmall.lblText = &Wort\r\n");
+    Choose(u"deu");
+    SmallForm form;
+    CommandButton button(u"cmdOther");
+    button.Caption(u"&Whatever");
+    form.Take(button);
+    translator.Translate(form);
+    EXPECT_EQ(form.label.Caption(), u"&Wort");
+    EXPECT_EQ(button.Caption(), u"Whatever") << "what the catalogue lacks may collide too";
+    EXPECT_THAT(translator.Problems(),
+                ElementsAre(u"Catalogue C:\\Korvanta\\Korvanta.tam: frmSmall.cmdOther has the access key of an earlier "
+                            u"text of its form, and loses it"));
+    Choose(u"deu");
+    EXPECT_THAT(translator.Problems(), IsEmpty());
 }
 
 TEST_F(TranslatorTest, ACatalogueMayLackTheByteOrderMarkAndHaveHalfAUnitAtItsEnd) {

@@ -99,6 +99,36 @@ TEST(FormTexts, AreReplacedWhereTheyStand) {
     EXPECT_EQ(form.typed.Text(), u"typed");
 }
 
+TEST(FormTexts, HaveNoAccessKeyOfAnEarlierOne) {
+    SampleForm form;
+    form.Caption(u"t&itle");
+    form.plain.Caption(u"&plain");
+    form.button.Caption(u"&Plain && sim&ple");
+    form.tabs.Tabs({u"&one", u"t&wo"});
+    form.inside.Caption(u"ins&ide");
+    form.composite.title.Caption(u"\u0436 &W");
+    form.hidden.Caption(u"&P");
+    form.menu.Caption(u"&P");
+    form.entry.Caption(u"&P");
+    EXPECT_THAT(DropRepeatedAccessKeys(form), ElementsAre(u"frmSample.button", u"frmSample.composite.title"));
+    EXPECT_EQ(form.plain.Caption(), u"&plain");
+    EXPECT_EQ(form.button.Caption(), u"Plain && sim&ple");
+    EXPECT_THAT(form.tabs.Tabs(), ElementsAre(u"&one", u"t&wo"));
+    EXPECT_EQ(form.inside.Caption(), u"ins&ide");
+    EXPECT_EQ(form.composite.title.Caption(), u"\u0436 W");
+    EXPECT_EQ(form.entry.Caption(), u"&P") << "a menu has its keys to itself";
+    EXPECT_EQ(form.hidden.Caption(), u"&P") << "what is not seen has none";
+}
+
+TEST(FormTexts, KeepTheirAccessKeyBesideTextsInWhichAnAmpersandIsNone) {
+    SampleForm form;
+    form.plain.Caption(u"&button");
+    form.plain.AccessKey(false);
+    form.data.Caption(u"&button");
+    EXPECT_THAT(DropRepeatedAccessKeys(form), testing::IsEmpty());
+    EXPECT_EQ(form.button.Caption(), u"&button");
+}
+
 TEST(FormTexts, ThatAreHiddenHaveNoPeers) {
     SampleForm form;
     fakes::FakePeers peers;

@@ -1,3 +1,4 @@
+#include "controls/AccessKey.h"
 #include "unit/ui/AccountDialogTest.h"
 
 namespace korvanta {
@@ -191,7 +192,7 @@ TEST_F(AccountDialogTest, OddTextsAreShownAndSentUnchanged) {
     EXPECT_EQ(Dialog().lblDocument.Caption(), odd);
     EXPECT_FALSE(Dialog().lblDocument.AccessKey());
     EXPECT_FALSE(Dialog().lblPrinter.AccessKey());
-    EXPECT_EQ(Dialog().chkInvoice.Caption(), odd);
+    EXPECT_EQ(Dialog().chkInvoice.Caption(), WithPlainAmpersands(odd));
     EXPECT_EQ(Dialog().ctlAccountListAll.flxAccounts.Text(1, 1), odd);
     Dialog().txtComment.HandleChange(odd);
     PressOK();

@@ -463,4 +463,10 @@ TEST_F(AccountDialogTest, TheInvoiceBoxTakesTheCaptionOfTheSettingsAndGivesItBac
     EXPECT_EQ(Dialog().chkInvoice.Caption(), own);
 }
 
+TEST_F(AccountDialogTest, AnAmpersandInTheInvoiceLabelOfTheSettingsIsShownAndTakesNoAccessKey) {
+    settings.ShowOnInvoiceLabel(u"Bill R&D");
+    Offer(1);
+    EXPECT_EQ(Dialog().chkInvoice.Caption(), u"Bill R&&D");
+}
+
 }  // namespace korvanta
