@@ -117,7 +117,9 @@ class PlainList {
 
 struct GridState {
     GridState(WindowsPlatform& windows, int count)
-        : factory(MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts())), form(translator) {
+        : factory(MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts(),
+                                         windows.GuardOfMessages())),
+          form(translator) {
         for (int number = 0; number < count; ++number) {
             accounts.push_back(Account(number));
         }
@@ -161,7 +163,8 @@ struct GridState {
 struct DialogState {
     explicit DialogState(WindowsPlatform& windows)
         : platform(windows.Services()),
-          factory(MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts())),
+          factory(MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts(),
+                                         windows.GuardOfMessages())),
           messages(translator),
           registrySettings(platform.registry, setupFile, log),
           rates(std::make_shared<clsChargeRates>(platform.mutexes, platform.clock)),

@@ -209,7 +209,7 @@ class Commands {
               const driver::TabWindow tabs(Existing(a[0], a[1]));
               const int tab = _wtoi(a[2].c_str());
               tabs.Select(tab);
-              return tabs.Selected() == tab;
+              return driver::WaitFor([&] { return tabs.Selected() == tab; }, limit_);
           }}},
         {L"answer", {1, [this](const Arguments& a) { return Answer(a[0]); }}},
         {L"end-session", {0, [this](const Arguments&) { return client_.EndSession() && client_.WaitForEnd(limit_); }}},

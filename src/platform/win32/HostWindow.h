@@ -15,6 +15,7 @@ namespace korvanta {
 
 class DialogWindows;
 class Fonts;
+class MessageGuard;
 class WindowsMessageLoop;
 class WindowsTabStrip;
 
@@ -23,6 +24,7 @@ struct ProgramWindows {
     WindowsMessageLoop& messageLoop;
     DialogWindows& dialogs;
     Fonts& fonts;
+    MessageGuard& messageGuard;
     WindowHandle owner;  // hidden: owns the forms that have no taskbar button
     std::vector<HWND> forms;
 };

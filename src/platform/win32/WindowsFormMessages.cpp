@@ -7,6 +7,7 @@
 #include "platform/win32/ControlWindow.h"
 #include "platform/win32/Fonts.h"
 #include "platform/win32/FormSupport.h"
+#include "platform/win32/MessageGuard.h"
 #include "platform/win32/TextCalls.h"
 #include "platform/win32/WindowsForm.h"
 #include "platform/win32/WindowsScreen.h"
@@ -156,26 +157,11 @@ void WindowsForm::NoteActivation(bool byClick, HWND before) {
 }
 
 bool WindowsForm::KeepsOut(const MSG& input) {
-    if (!form_.GuardsKeys()) {
-        return false;
+    if (form_.GuardsKeys() && korvanta::KeepsOut(guard_, input)) {
+        return true;
     }
-    const auto key = static_cast<int>(input.wParam & 0xFFU);
-    switch (input.message) {
-        case WM_KEYDOWN:
-        case WM_SYSKEYDOWN: {
-            constexpr LPARAM wasDown = 0x40000000;
-            return !guard_.TakesPress(key, (input.lParam & wasDown) != 0, input.time);
-        }
-        case WM_KEYUP:
-        case WM_SYSKEYUP:
-            return !guard_.TakesRelease(key);
-        default:
-            if (input.message >= WM_KEYFIRST && input.message <= WM_KEYLAST) {
-                return !guard_.TakesCharacter(input.time);
-            }
-            guard_.TurnedTo(input.time);
-            return false;
-    }
+    windows_->program->messageGuard.UserActed(input.time);
+    return false;
 }
 
 bool WindowsForm::SwitchesTab(const MSG& input) const {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "platform/win32/MessageGuard.h"
 #include "platform/win32/TextCalls.h"
 #include "platform/win32/WindowsMessageLoop.h"
 
@@ -55,7 +56,7 @@ MessageAnswer WindowsMessageBoxes::Show(const std::u16string& text, const std::u
         owner = nullptr;
         type |= MB_TASKMODAL | MB_SETFOREGROUND | MB_TOPMOST;
     }
-    const int answer = textCalls::ShowBox(owner, text, title, type);
+    const int answer = guard_.Show([&] { return textCalls::ShowBox(owner, text, title, type); });
     if (messageLoop_.Quitting()) {
         return Refusal(buttons);
     }

@@ -4,17 +4,20 @@
 
 namespace korvanta {
 
+class MessageGuard;
 class WindowsMessageLoop;
 
 class WindowsMessageBoxes : public MessageBoxes {
   public:
-    explicit WindowsMessageBoxes(const WindowsMessageLoop& messageLoop) : messageLoop_(messageLoop) {}
+    WindowsMessageBoxes(const WindowsMessageLoop& messageLoop, MessageGuard& guard)
+        : messageLoop_(messageLoop), guard_(guard) {}
 
     MessageAnswer Show(const std::u16string& text, const std::u16string& title, MessageButtons buttons,
                        MessageIcon icon) override;
 
   private:
     const WindowsMessageLoop& messageLoop_;
+    MessageGuard& guard_;
 };
 
 }  // namespace korvanta

@@ -8,10 +8,11 @@ namespace korvanta {
 
 class DialogWindows;
 class Fonts;
+class MessageGuard;
 class WindowsMessageLoop;
 
-// Makes the real windows of forms and controls. The loop, the registry and the fonts outlive all peers.
+// Makes the real windows of forms and controls. The arguments outlive all peers.
 std::unique_ptr<PeerFactory> MakeWindowsPeerFactory(WindowsMessageLoop& messageLoop, DialogWindows& dialogs,
-                                                    Fonts& fonts);
+                                                    Fonts& fonts, MessageGuard& messageGuard);
 
 }  // namespace korvanta

@@ -2,6 +2,7 @@
 
 #include "platform/win32/DialogWindows.h"
 #include "platform/win32/Fonts.h"
+#include "platform/win32/MessageGuard.h"
 #include "platform/win32/WindowsClock.h"
 #include "platform/win32/WindowsCodePage.h"
 #include "platform/win32/WindowsFileSystem.h"
@@ -24,6 +25,7 @@ namespace korvanta {
 struct WindowsPlatform::Parts {
     Fonts fonts;
     DialogWindows dialogs;
+    MessageGuard messageGuard;
     WindowsFileSystem files;
     WindowsCodePage codePage;
     WindowsRegistry registry;
@@ -36,7 +38,7 @@ struct WindowsPlatform::Parts {
     WindowsClock clock;
     WindowsMessageLoop messageLoop{dialogs};
     WindowsInternet internet{messageLoop};
-    WindowsMessageBoxes messageBoxes{messageLoop};
+    WindowsMessageBoxes messageBoxes{messageLoop, messageGuard};
     WindowsScreen screen{fonts};
     WindowsTextMeasure textMeasure{fonts};
     Platform services{files, codePage, registry, spooler,      waitableHandles, mutexes, internet,   sockets,
@@ -57,6 +59,10 @@ Fonts& WindowsPlatform::DialogFonts() {
 
 DialogWindows& WindowsPlatform::Dialogs() {
     return parts_->dialogs;
+}
+
+MessageGuard& WindowsPlatform::GuardOfMessages() {
+    return parts_->messageGuard;
 }
 
 WindowsMessageLoop& WindowsPlatform::Loop() {

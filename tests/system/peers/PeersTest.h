@@ -12,6 +12,7 @@
 #include "controls/Grid.h"
 #include "platform/win32/DialogWindows.h"
 #include "platform/win32/Fonts.h"
+#include "platform/win32/MessageGuard.h"
 #include "platform/win32/TextCalls.h"
 #include "platform/win32/WindowsMessageLoop.h"
 #include "platform/win32/WindowsPeerFactory.h"
@@ -92,7 +93,8 @@ class PeersTest : public ::testing::Test {
     DialogWindows dialogs;
     Fonts fonts;
     WindowsMessageLoop loop{dialogs};
-    std::unique_ptr<PeerFactory> factory = MakeWindowsPeerFactory(loop, dialogs, fonts);
+    MessageGuard messageGuard;
+    std::unique_ptr<PeerFactory> factory = MakeWindowsPeerFactory(loop, dialogs, fonts, messageGuard);
     TestForm form;
 
   private:

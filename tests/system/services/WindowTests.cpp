@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <string>
@@ -9,6 +10,7 @@
 #include "platform/win32/DialogWindows.h"
 #include "platform/win32/Fonts.h"
 #include "platform/win32/Handles.h"
+#include "platform/win32/MessageGuard.h"
 #include "platform/win32/TextCalls.h"
 #include "platform/win32/WindowsMessageBoxes.h"
 #include "platform/win32/WindowsMessageLoop.h"
@@ -342,7 +344,8 @@ class BoxPresser {
 
 class MessageBoxTests : public MessageLoopTests {
   protected:
-    WindowsMessageBoxes boxes_{loop_};
+    MessageGuard guard_;
+    WindowsMessageBoxes boxes_{loop_, guard_};
 };
 
 TEST_F(MessageBoxTests, TheAnswerIsTheButtonPressed) {
@@ -402,6 +405,7 @@ TEST_F(MessageBoxTests, KeysForABoxReachItWhereverMessagesRun) {
             return true;
         };
         ::SetTimer(window_.Get(), 1, 20, nullptr);
+        guard_.UserActed(start);
         const MessageAnswer answer = boxes_.Show(u"Text", u"Title", MessageButtons::OKCancel, MessageIcon::Question);
         ::KillTimer(window_.Get(), 1);
         return answer;
@@ -423,6 +427,110 @@ TEST_F(MessageBoxTests, AQuitEndsTheBoxAndThenTheLoop) {
     EXPECT_EQ(boxes_.Show(u"Text", u"Title", MessageButtons::YesNo, MessageIcon::None), MessageAnswer::No);
     ::KillTimer(window_.Get(), 1);
     loop_.Run();
+}
+
+// Looks at the message box of this thread every few milliseconds and may send it input.
+class BoxUser {
+  public:
+    using Act = std::function<void(BoxUser&)>;
+
+    explicit BoxUser(Act act) : act_(std::move(act)) {
+        Current() = this;
+        timer_ = ::SetTimer(nullptr, 0, 20, Look);
+    }
+    ~BoxUser() {
+        ::KillTimer(nullptr, timer_);
+        Current() = nullptr;
+    }
+    BoxUser(const BoxUser&) = delete;
+    BoxUser& operator=(const BoxUser&) = delete;
+
+    void PressEnter() {
+        const DWORD now = ::GetTickCount();
+        longestPause = std::max(longestPause, now - lastPress_);
+        lastPress_ = now;
+        ++presses;
+        textCalls::Post(::GetWindow(box_, GW_CHILD), WM_KEYDOWN, VK_RETURN, 0x001C0001);
+        textCalls::Post(::GetWindow(box_, GW_CHILD), WM_KEYUP, VK_RETURN, static_cast<LPARAM>(0xC01C0001));
+    }
+    void PressMouse() const { textCalls::Post(box_, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2)); }
+    DWORD SincePress() const { return ::GetTickCount() - lastPress_; }
+    DWORD SinceStart() const { return ::GetTickCount() - start_; }
+
+    int presses = 0;
+    DWORD longestPause = 0;  // before a press, from the start on
+
+  private:
+    static BoxUser*& Current() {
+        static BoxUser* current = nullptr;
+        return current;
+    }
+    static BOOL CALLBACK Find(HWND window, LPARAM parameter) {
+        auto& self = *reinterpret_cast<BoxUser*>(parameter);
+        const bool isBox = textCalls::ClassName(window) == u"#32770" && ::IsWindowVisible(window);
+        if (isBox) {
+            self.box_ = window;
+            self.act_(self);
+        }
+        return !isBox;
+    }
+    static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD) {
+        ::EnumThreadWindows(::GetCurrentThreadId(), Find, reinterpret_cast<LPARAM>(Current()));
+    }
+
+    Act act_;
+    HWND box_ = nullptr;
+    UINT_PTR timer_ = 0;
+    DWORD start_ = ::GetTickCount();
+    DWORD lastPress_ = start_;
+};
+
+TEST_F(MessageBoxTests, WhoeverWritesElsewhereDoesNotAnswerABoxThatComesUpUnasked) {
+    constexpr DWORD writing = 1'500;
+    constexpr DWORD rest = KeyGuard::quietTime + 200;
+    constexpr DWORD longestPause = KeyGuard::quietTime - 100;
+    // A machine that is held up makes pauses of its own, which say nothing.
+    for (int tries = 0; tries < 20; ++tries) {
+        int pressesAfterRest = 0;
+        DWORD pauseWhileWriting = 0;
+        const BoxUser user([&](BoxUser& self) {
+            if (self.SinceStart() < writing) {
+                self.PressEnter();
+                pauseWhileWriting = self.longestPause;
+            } else if (self.SincePress() >= rest) {
+                ++pressesAfterRest;
+                self.PressEnter();
+            }
+        });
+        boxes_.Show(u"Text", u"Title", MessageButtons::YesNo, MessageIcon::None);
+        if (pauseWhileWriting < longestPause) {
+            EXPECT_EQ(pressesAfterRest, 1) << "after " << user.presses << " presses in all";
+            return;
+        }
+    }
+    GTEST_SKIP() << "the machine is too busy to write on it";
+}
+
+TEST_F(MessageBoxTests, ABoxThatFollowsOnAKeyOfTheUsersTakesKeysAtOnce) {
+    BoxUser user([](BoxUser& self) {
+        if (self.presses == 0) {
+            self.PressEnter();
+        }
+    });
+    guard_.UserActed(::GetTickCount());
+    EXPECT_EQ(boxes_.Show(u"Text", u"Title", MessageButtons::YesNo, MessageIcon::None), MessageAnswer::Yes);
+    EXPECT_EQ(user.presses, 1);
+}
+
+TEST_F(MessageBoxTests, APressOfTheMouseInABoxOpensItToTheKeyboard) {
+    BoxUser user([](BoxUser& self) {
+        if (self.presses == 0) {
+            self.PressMouse();
+            self.PressEnter();
+        }
+    });
+    EXPECT_EQ(boxes_.Show(u"Text", u"Title", MessageButtons::YesNo, MessageIcon::None), MessageAnswer::Yes);
+    EXPECT_EQ(user.presses, 1);
 }
 
 TEST(ColorsTests, AHighlightPalesOnlyAsFarAsItIsSeen) {
