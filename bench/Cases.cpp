@@ -67,10 +67,9 @@ struct Searching {
         Loading loading(surroundings);
         loading.Load();
         table = loading.accounts->Table();
-        clsAccount account;
         for (std::size_t number = 0; number < table->Count(); ++number) {
-            table->Read(number, account);
-            titles.push_back({account.MainTitle, account.SubTitle});
+            const AccountFields account = table->Fields(number);
+            titles.push_back({std::u16string(account.mainTitle), std::u16string(account.subTitle)});
         }
     }
     // Each finds the numbers of accounts and writes them down once; ours where it gives them to the list on the screen.

@@ -59,22 +59,22 @@ void AccountTable::EndGroup() {
     }
 }
 
-void AccountTable::Read(std::size_t account, clsAccount& into) const {
+AccountFields AccountTable::Fields(std::size_t account) const {
     const Record& record = records_[account];
-    into.AccountID = record.accountId;
-    into.IsMain = (record.flags & isMain) != 0;
-    into.MainTitle.assign(record.mainTitle, record.mainLength);
-    into.SubTitle.assign(record.subTitle, record.subLength);
-    into.IsActive = (record.flags & isActive) != 0;
-    into.AllowNoninvoiceable = (record.flags & allowNoninvoiceable) != 0;
-    into.RequireComment = record.requireComment;
-    into.Password.clear();
-    if ((record.flags & hasPassword) != 0) {
-        into.Password =
-            std::lower_bound(passwords_.begin(), passwords_.end(), account,
-                             [](const Password& password, std::size_t wanted) { return password.account < wanted; })
-                ->text;
-    }
+    return {record.accountId,
+            (record.flags & isMain) != 0,
+            {record.mainTitle, record.mainLength},
+            {record.subTitle, record.subLength},
+            (record.flags & isActive) != 0,
+            (record.flags & allowNoninvoiceable) != 0,
+            record.requireComment,
+            (record.flags & hasPassword) != 0 ? PasswordOf(account) : std::u16string_view()};
+}
+
+std::u16string_view AccountTable::PasswordOf(std::size_t account) const {
+    return std::lower_bound(passwords_.begin(), passwords_.end(), account,
+                            [](const Password& password, std::size_t wanted) { return password.account < wanted; })
+        ->text;
 }
 
 std::optional<std::size_t> AccountTable::Find(std::int32_t accountId) const {

@@ -28,8 +28,8 @@ class AccountTable {
     // Number of the group's main account; that of GroupCount() is where the last group ends.
     std::size_t GroupStart(std::size_t group) const { return group < groups_.size() ? groups_[group] : listed_; }
 
-    // The account's fields. Reading one after the other into the same object is fast.
-    void Read(std::size_t account, clsAccount& into) const;
+    // The account's fields, whose texts are the table's.
+    AccountFields Fields(std::size_t account) const;
     // The number of the last account with that id.
     std::optional<std::size_t> Find(std::int32_t accountId) const;
     std::size_t DifferentIds() const { return differentIds_; }
@@ -68,6 +68,7 @@ class AccountTable {
     }
     static bool IsAscii(char16_t unit) { return unit < 0x80; }
     static std::vector<std::uint8_t> Folded(std::u16string_view lowerText);
+    std::u16string_view PasswordOf(std::size_t account) const;
     static std::uint8_t Flags(const AccountFields& fields);
     Block& BlockFor(std::size_t units);
     static const char16_t* Store(Block& block, std::u16string_view title);

@@ -55,7 +55,14 @@ std::u16string clsAccount::StringForm() const {
 }
 
 void clsAccount::StringForm(std::u16string_view text) {
-    const AccountFields fields = ParseAccount(text);
+    Fields(ParseAccount(text));
+}
+
+AccountFields clsAccount::Fields() const {
+    return {AccountID, IsMain, MainTitle, SubTitle, IsActive, AllowNoninvoiceable, RequireComment, Password};
+}
+
+void clsAccount::Fields(const AccountFields& fields) {
     AccountID = fields.accountId;
     IsMain = fields.isMain;
     MainTitle = fields.mainTitle;

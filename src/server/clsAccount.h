@@ -40,6 +40,10 @@ class clsAccount : public Object {
     // "Smith" for a main account, "Smith / Audit" for its sub-account.
     std::u16string CompoundTitle() const;
 
+    // The first eight fields; the texts are the account's own.
+    AccountFields Fields() const;
+    void Fields(const AccountFields& fields);
+
     // The first eight fields joined by fieldSeparator: a line of the accounts file.
     std::u16string StringForm() const;
     // Takes the fields from a string form. Raises what ParseAccount raises, and the account is then as it was.

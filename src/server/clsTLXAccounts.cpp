@@ -20,7 +20,7 @@ std::shared_ptr<clsAccount> AccountDictionary::Find(std::int32_t accountId) cons
         return nullptr;
     }
     auto account = std::make_shared<clsAccount>();
-    table_->Read(*number, *account);
+    account->Fields(table_->Fields(*number));
     return account;
 }
 
@@ -113,7 +113,7 @@ std::shared_ptr<List> clsTLXAccounts::AccountList() const {
             auto members = std::make_shared<List>(mutexes_);
             for (std::size_t number = table_->GroupStart(group); number < table_->GroupStart(group + 1); ++number) {
                 auto account = std::make_shared<clsAccount>();
-                table_->Read(number, *account);
+                account->Fields(table_->Fields(number));
                 members->Append(std::move(account));
             }
             list->Append(std::move(members));

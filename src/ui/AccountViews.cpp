@@ -127,7 +127,6 @@ void AccountViews::FillAll() {
 void AccountViews::AddGroups(const AllFill& fill, const std::shared_ptr<const AccountTable>& accounts) {
     std::u16string text = form_.txtSearch.Text();
     AccountSearch search(accounts, text);
-    clsAccount account;
     form_.prgSearch.Maximum(static_cast<int>(accounts->GroupCount()));
     std::int32_t count = 0;
     for (std::size_t group = 0; group < accounts->GroupCount(); ++group) {
@@ -136,8 +135,7 @@ void AccountViews::AddGroups(const AllFill& fill, const std::shared_ptr<const Ac
             search = AccountSearch(accounts, text);
         }
         for (const std::uint32_t number : search.Shown(group)) {
-            accounts->Read(number, account);
-            form_.ctlAccountListAll.AddAccount(account);
+            form_.ctlAccountListAll.AddAccount(accounts->Fields(number));
         }
         ++count;
         if (count > form_.prgSearch.Value()) {

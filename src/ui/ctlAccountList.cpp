@@ -53,21 +53,21 @@ void ctlAccountList::Clear() {
     flxAccounts.Rows(1);
 }
 
-void ctlAccountList::AddAccount(const clsAccount& account) {
+void ctlAccountList::AddAccount(const AccountFields& account) {
     std::u16string joined;
-    const std::u16string id = NumberText(account.AccountID);
+    const std::u16string id = NumberText(account.accountId);
     GridRow row;
-    row.picture = account.IsMain;
-    if (account.IsMain) {
-        row.texts[columnTitle] = account.MainTitle;
+    row.picture = account.isMain;
+    if (account.isMain) {
+        row.texts[columnTitle] = account.mainTitle;
     } else if (accountDisplay_ == 1) {
-        joined = account.MainTitle + u" -> " + account.SubTitle;
+        joined.append(account.mainTitle).append(u" -> ").append(account.subTitle);
         row.texts[columnTitle] = joined;
     } else {
-        row.texts[columnTitle] = account.SubTitle;
+        row.texts[columnTitle] = account.subTitle;
     }
     row.texts[columnId] = id;
-    if (account.IsActive) {
+    if (account.isActive) {
         row.texts[columnActive] = u"1";
     } else {
         row.color = inactiveColor;

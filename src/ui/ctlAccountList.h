@@ -28,7 +28,8 @@ class ctlAccountList : public Container {
     void Redraw(bool redraw) { flxAccounts.Redraw(redraw); }
     void Clear();
     // Appends a row and makes it current.
-    void AddAccount(const clsAccount& account);
+    void AddAccount(const clsAccount& account) { AddAccount(account.Fields()); }
+    void AddAccount(const AccountFields& account);
     bool SelectedActive() const;
     // -1 when no data row is current.
     std::int32_t SelectedID() const;

@@ -155,7 +155,7 @@ void RequireLoaded(const clsTLXAccounts& accounts, const Accounts& expected) {
         REQUIRE(table.GroupStart(i) == index);
         for (std::size_t k = 0; k < group.size(); ++k) {
             REQUIRE(Same(*group[k].As<clsAccount>(), expected.groups[i][k]));
-            table.Read(index++, account);
+            account.Fields(table.Fields(index++));
             REQUIRE(Same(account, expected.groups[i][k]));
         }
     }

@@ -34,7 +34,7 @@ TEST(AccountTableTest, EveryFieldComesBack) {
     }
     clsAccount account;
     for (const std::size_t number : {0U, 1U, 2U, 3U, 2U, 0U}) {
-        table.Read(number, account);
+        account.Fields(table.Fields(number));
         EXPECT_EQ(account.StringForm(), lines[number]);
     }
 }
@@ -105,14 +105,13 @@ TEST(AccountTableTest, TitlesOfAnyLengthAreHeld) {
         table.Add(Main(static_cast<std::int32_t>(length), title));
         table.Add(Sub(1, title, title + u"y"));
     }
-    clsAccount account;
     for (std::size_t i = 0; i < lengths.size(); ++i) {
-        table.Read(2 * i, account);
-        EXPECT_EQ(account.MainTitle, std::u16string(lengths[i], u'x'));
-        EXPECT_EQ(account.SubTitle, u"");
-        table.Read(2 * i + 1, account);
-        EXPECT_EQ(account.MainTitle, std::u16string(lengths[i], u'x'));
-        EXPECT_EQ(account.SubTitle, std::u16string(lengths[i], u'x') + u"y");
+        const AccountFields main = table.Fields(2 * i);
+        EXPECT_EQ(main.mainTitle, std::u16string(lengths[i], u'x'));
+        EXPECT_EQ(main.subTitle, u"");
+        const AccountFields sub = table.Fields(2 * i + 1);
+        EXPECT_EQ(sub.mainTitle, std::u16string(lengths[i], u'x'));
+        EXPECT_EQ(sub.subTitle, std::u16string(lengths[i], u'x') + u"y");
     }
 }
 

@@ -49,9 +49,7 @@ class TLXAccounts : public ServerFixture {
         std::vector<std::u16string> ids;
         for (std::size_t group = 0; group < accounts.Table()->GroupCount(); ++group) {
             for (const std::uint32_t number : search.Shown(group)) {
-                clsAccount account;
-                accounts.Table()->Read(number, account);
-                ids.push_back(NumberText(account.AccountID));
+                ids.push_back(NumberText(accounts.Table()->Fields(number).accountId));
             }
         }
         return Join(ids, u" ");
