@@ -216,6 +216,8 @@ Case KeystrokeCase(const std::shared_ptr<DialogState>& state, int count, const c
     row.name = name;
     row.count = count;
     row.repeats = false;
+    // The least of them counts: enough that the machine has nothing else to do in one of them.
+    row.rounds = 25;
     row.between = [state, text, before] {
         state->Type(before);
         state->Tick();
