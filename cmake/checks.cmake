@@ -8,7 +8,8 @@ add_test(NAME "house: clang-tidy" COMMAND ${CMAKE_SOURCE_DIR}/tools/tidy)
 set_tests_properties("house: clang-tidy" PROPERTIES TIMEOUT 900 PROCESSORS 2)
 
 # Python tests are found by their folders.
-file(GLOB python_test_folders CONFIGURE_DEPENDS tools/tests tools/*/tests tests/fuzz/tests bench/tests)
+file(GLOB python_test_folders CONFIGURE_DEPENDS tools/tests tools/*/tests tests/fuzz/tests tests/breakages/tests
+                                                bench/tests)
 foreach(folder ${python_test_folders})
   file(RELATIVE_PATH subject ${CMAKE_SOURCE_DIR} ${folder})
   add_test(NAME "tools: ${subject}" COMMAND python3 -B -m unittest discover -s ${folder} WORKING_DIRECTORY ${folder})

@@ -190,6 +190,7 @@ void clsJobDetectionFile::PollServer(const std::u16string& serverName) {
         const JobFile file = ReadJobFile(number, serverName);
         if (file.job) {
             log_.Log(u"Valid job event file processed");
+            ReportFilesBefore(number, emptyFiles, serverName);
             ReportJob(file.job);
         } else {
             log_.Log(u"Invalid job event file processed");
@@ -198,8 +199,8 @@ void clsJobDetectionFile::PollServer(const std::u16string& serverName) {
             }
         }
         IncrementJobCounter(serverName);
-        emptyFiles = file.empty ? emptyFiles + 1 : 0;
-        if (file.empty && clock_.Now() > asked.PlusSeconds(longestEmptyAnswer)) {
+        emptyFiles = !file.job && file.empty ? emptyFiles + 1 : 0;
+        if (emptyFiles != 0 && clock_.Now() > asked.PlusSeconds(longestEmptyAnswer)) {
             break;
         }
     }
@@ -209,19 +210,33 @@ void clsJobDetectionFile::PollServer(const std::u16string& serverName) {
     }
 }
 
-// A file that cannot be read is tried once more: the server may have been writing it the first time.
+// Empty files are read again when there turns out to be a job behind them: their own may have come since they were
+// read, or their server may have come back. From here on nobody would ask for them any more.
+void clsJobDetectionFile::ReportFilesBefore(std::int32_t number, int files, const std::u16string& serverName) {
+    for (int before = files; before > 0; --before) {
+        const std::int32_t earlier = (number - before + fileNumbers) % fileNumbers;
+        if (const JobFile file = ReadJobFile(earlier, serverName); file.job) {
+            ReportJob(file.job);
+        }
+    }
+}
+
+// A file that cannot be read is tried once more: the server may have been writing it the first time. One that gave
+// something at one time alone has only just come.
 clsJobDetectionFile::JobFile clsJobDetectionFile::ReadJobFile(std::int32_t number, const std::u16string& serverName) {
     const std::shared_ptr<IServerInterface> server = serverInterfaces_.Interface(serverName);
     auto job = std::make_shared<clsJobInfo>();
     std::u16string text = server->GetJobNotificationFile(number);
+    bool empty = text.empty();
     bool valid = job->ReadFromString(text);
     job->JobEventFilename = JobNotificationFileName(windowsUserName_, number);
     if (!valid) {
         system_.Sleep(readRetryMilliseconds);
         text = server->GetJobNotificationFile(number);
+        empty = empty || text.empty();
         valid = job->ReadFromString(text);
     }
-    return {valid ? job : nullptr, text.empty()};
+    return {valid ? job : nullptr, empty};
 }
 
 void clsJobDetectionFile::ReportJob(const std::shared_ptr<clsJobInfo>& job) {

@@ -35,7 +35,7 @@ class clsJobDetectionFile : public IJobDetectionObject {
   private:
     struct JobFile {
         std::shared_ptr<clsJobInfo> job;  // none when the file could not be read as one
-        bool empty = false;
+        bool empty = false;               // it gave nothing, at least once
     };
 
     void IJobDetectionObject_MonitorClockTick() override;
@@ -51,6 +51,7 @@ class clsJobDetectionFile : public IJobDetectionObject {
     void ProcessServerCounter(const std::u16string& serverName);
     void PollAllServers();
     void PollServer(const std::u16string& serverName);
+    void ReportFilesBefore(std::int32_t number, int files, const std::u16string& serverName);
     JobFile ReadJobFile(std::int32_t number, const std::u16string& serverName);
     void ReportJob(const std::shared_ptr<clsJobInfo>& job);
 

@@ -79,7 +79,7 @@ class FakeFileSystem::Writer : public OutputFile {
         }
         const std::uint32_t fault = files_.faults.Check("Write", entry_->path);
         if (fault == FaultPlan::halfDone) {
-            Put(bytes, size / 2);
+            Put(bytes, size * files_.donePercent / 100);
             return windowsError::diskFull;
         }
         if (fault != 0) {
@@ -362,8 +362,12 @@ std::uint32_t FakeFileSystem::OpenForWriting(const std::u16string& path, OutputM
 }
 
 bool FakeFileSystem::FileExists(const std::u16string& path) {
-    return Begin("FileExists", path) == windowsError::none && FolderError(ParentOf(Key(path))) == windowsError::none &&
-           Has(path);
+    const bool exists = Begin("FileExists", path) == windowsError::none &&
+                        FolderError(ParentOf(Key(path))) == windowsError::none && Has(path);
+    if (onExists) {
+        onExists(path, exists);
+    }
+    return exists;
 }
 
 bool FakeFileSystem::FolderExists(const std::u16string& path) {

@@ -73,8 +73,12 @@ class FakeFileSystem : public FileSystem {
     std::function<void(const std::u16string& path, const std::string& bytes)> onWhole;
     // Called at the start of each call that names a path.
     std::function<void(const std::u16string& call, const std::u16string& path)> onCall;
+    // Called with what FileExists answers.
+    std::function<void(const std::u16string& path, bool exists)> onExists;
     // No read gives more bytes at a time than this.
     std::size_t largestRead = std::numeric_limits<std::size_t>::max();
+    // How much of a write is done when a fault ends it half done.
+    std::size_t donePercent = 50;
     // How many more bytes may be written before the disk is full.
     std::uint64_t freeBytes = endless;
     std::u16string temporaryFolder = u"C:\\Temp";

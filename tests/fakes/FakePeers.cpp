@@ -96,7 +96,12 @@ class FakePeers::WindowPeer : public FormPeer {
         ++record_->hidden;
         record_->visible = false;
     }
-    void BringToForeground() override { ++record_->broughtToForeground; }
+    void BringToForeground() override {
+        ++record_->broughtToForeground;
+        if (peers_.onForeground) {
+            peers_.onForeground(form_);
+        }
+    }
     void Flash() override { ++record_->flashed; }
     void ShowPopup(PopupMenu& menu) override {
         ++record_->popups;

@@ -48,6 +48,8 @@ class FakePeers : public PeerFactory {
     std::function<void(Form& form)> onShowModal;
     // Called when a form is shown.
     std::function<void(Form& form)> onShow;
+    // Called when a form is brought to the foreground.
+    std::function<void(Form& form)> onForeground;
     // Called while a menu is up; a test may call HandleClick of an entry.
     std::function<void(Form& form, PopupMenu& menu)> onShowPopup;
     // Called at each report of a change, after it was kept.

@@ -132,29 +132,39 @@ std::int32_t FakeSpooler::EnumJobs(PrinterHandle handle, std::uint32_t firstJob,
     if (onEnumJobs) {
         onEnumJobs();
     }
+    std::vector<FakeJob> jobs;
+    const bool given = Enumerate(handle, firstJob, jobCount, words, bufferBytes, neededBytes, jobs);
+    if (given) {
+        returnedJobs = static_cast<std::uint32_t>(jobs.size());
+    }
+    if (onEnumerated) {
+        onEnumerated(jobCount, bufferBytes, given ? &jobs : nullptr);
+    }
+    return given ? 1 : 0;
+}
+
+bool FakeSpooler::Enumerate(PrinterHandle handle, std::uint32_t firstJob, std::uint32_t jobCount,
+                            std::vector<std::uint32_t>& words, std::uint32_t bufferBytes, std::uint32_t& neededBytes,
+                            std::vector<FakeJob>& jobs) {
     if (Fails("EnumJobs", Arguments({handle, firstJob, jobCount, bufferBytes}))) {
-        return 0;
+        return false;
     }
     const std::vector<FakeJob>* all = JobsOf(handle);
     if (all == nullptr) {
-        return 0;
+        return false;
     }
     const std::size_t first = std::min<std::size_t>(firstJob, all->size());
     const std::size_t count = std::min<std::size_t>(jobCount, all->size() - first);
-    const std::vector<FakeJob> jobs(all->begin() + static_cast<std::ptrdiff_t>(first),
-                                    all->begin() + static_cast<std::ptrdiff_t>(first + count));
+    jobs.assign(all->begin() + static_cast<std::ptrdiff_t>(first),
+                all->begin() + static_cast<std::ptrdiff_t>(first + count));
     const std::u16string printer = printerHandles_[handle];
     neededBytes = SizeOf(printer, jobs);
     if (neededBytes > std::min<std::size_t>(bufferBytes, words.size() * sizeof(std::uint32_t))) {
         lastError = insufficientBuffer;
-        return 0;
+        return false;
     }
     Lay(printer, jobs, words, neededBytes);
-    returnedJobs = static_cast<std::uint32_t>(count);
-    if (onJobs) {
-        onJobs(printer, jobs);
-    }
-    return 1;
+    return true;
 }
 
 void FakeSpooler::Lay(const std::u16string& printer, const std::vector<FakeJob>& jobs,

@@ -52,8 +52,9 @@ class FakeSpooler : public Spooler {
     std::vector<std::u16string> log;
     // Called at the start of each EnumJobs: a job may come or go between two calls.
     std::function<void()> onEnumJobs;
-    // Called when an enumeration has given jobs, and when a job was cancelled.
-    std::function<void(const std::u16string& printer, const std::vector<FakeJob>& jobs)> onJobs;
+    // Called at the end of each EnumJobs with what it was asked for and the jobs that it gave, none when it failed.
+    std::function<void(std::uint32_t jobCount, std::uint32_t bufferBytes, const std::vector<FakeJob>* jobs)>
+        onEnumerated;
     std::function<void(const std::u16string& printer, const FakeJob& job)> onCancelled;
     // What a failing FindFirstChange gives; the other one is 0.
     ChangeHandle failedChangeHandle = -1;
@@ -71,6 +72,10 @@ class FakeSpooler : public Spooler {
     std::uint32_t LastError() override { return lastError; }
 
   private:
+    // Lays the jobs into the caller's words when there is room for them.
+    bool Enumerate(PrinterHandle handle, std::uint32_t firstJob, std::uint32_t jobCount,
+                   std::vector<std::uint32_t>& words, std::uint32_t bufferBytes, std::uint32_t& neededBytes,
+                   std::vector<FakeJob>& jobs);
     // Where a caller's words lie, and the addresses their texts have been given.
     struct Region {
         const std::uint32_t* words;

@@ -29,6 +29,7 @@ class Day {
         office_.windows.messageBoxes.whileOpen = [this](const auto& box) { BoxIsOpen(box.text); };
         office_.windows.messageLoop.onRunPending = [this] { MessagesRun(); };
         office_.peers.onShow = [this](Form& form) { FormShown(form); };
+        office_.peers.onForeground = [this](Form& form) { FormInForeground(form); };
     }
 
     DayResult Run() {
@@ -71,10 +72,10 @@ class Day {
             if (what < 40) {
                 StartProgram();
             }
-        } else if (what < 1) {
+        } else if (what < 3) {
             EndProgram(random_.Chance(7'000));
             return;
-        } else if (what < 3) {
+        } else if (what < 5) {
             program_->MainForm()->cmdRefresh.HandleClick();
         }
         if (what < 50) {
@@ -105,6 +106,7 @@ class Day {
         office_.Print(true);
         Seconds(office_.PollingTicks() * 4 + 10);
         AnswerAll();
+        dayIsOver_ = true;
         EndProgram(true);
     }
 
@@ -112,6 +114,7 @@ class Day {
         office_.Note("the client starts");
         oracle_.starting = true;
         caption_.clear();
+        primaryPrinters_ = 0;
         program_ = std::make_unique<basKorvanta>(office_.windows.platform, &office_.peers, translator_);
         const bool started = program_->Main();
         oracle_.starting = false;
@@ -125,6 +128,7 @@ class Day {
 
     void EndProgram(bool properly) {
         office_.Note(properly ? "the user logs off" : "the client is killed");
+        CheckQueue();
         ending_ = true;
         if (properly) {
             program_->MainForm()->Unload(CloseReason::WindowsSession);
@@ -133,7 +137,19 @@ class Day {
         ending_ = false;
         office_.windows.system.claimedInstances.clear();
         office_.Collect();
-        oracle_.ProgramEnded();
+        if (!dayIsOver_) {
+            oracle_.ProgramEnded();
+        }
+    }
+
+    // What waits in a client that ends is lost by a rule, but it has to wait there. Jobs that are asked about again do
+    // so too.
+    void CheckQueue() {
+        office_.Collect();
+        const std::u16string queued = program_->AccountDialog() == nullptr ? u"0" : Dialog().lblJobsQueued.Caption();
+        if (std::stoi(Ascii(queued)) < oracle_.Waiting()) {
+            result_.failures.push_back("jobs wait for the user and are not in the queue");
+        }
     }
 
     void Seconds(int count) {
@@ -154,11 +170,25 @@ class Day {
         if (!caption_.empty() && caption != caption_) {
             office_.Note("now by " + Ascii(caption));
             caption_ = caption;
+            primaryPrinters_ = 0;
             oracle_.DetectorReplaced();
         }
         if (nesting_ == 0) {
             oracle_.TickEnds();
+            CheckPrinters();
         }
+    }
+
+    // The primary server's printers stay in the list, whether it can be reached or not.
+    void CheckPrinters() {
+        int printers = 0;
+        for (const ListView::Item& item : program_->MainForm()->lvwPrinters.Items()) {
+            printers += item.text.starts_with(u"\\\\SRV1\\") ? 1 : 0;
+        }
+        if (printers < primaryPrinters_) {
+            result_.failures.push_back("printers of the primary server left the list");
+        }
+        primaryPrinters_ = printers;
     }
 
     void TickDialog() {
@@ -209,6 +239,9 @@ class Day {
                 result_.failures.push_back("a message ended a job that nobody had answered");
             } else {
                 Oracle::Told(*job, failed);
+                if (text.starts_with(u"The print job was successfully cancelled") && job->cancelled == 0) {
+                    job->failure = "was said to be cancelled and is not";
+                }
                 office_.Note("told of " + Ascii(job->document) + ": " + Ascii(text.substr(0, 50)));
             }
         }
@@ -237,13 +270,28 @@ class Day {
             return;
         }
         Oracle::Offered(*job);
+        typed_.clear();
+        justShown_ = true;
         // Without accounts the dialog cancels the job by itself.
         answering_ = document;
+    }
+
+    // A dialog that is up already takes the foreground from nobody.
+    void FormInForeground(Form& form) {
+        if (Running() && program_->AccountDialog() == &form) {
+            if (!justShown_) {
+                result_.failures.push_back("the dialog was shown once more for a job that it was open for");
+            }
+            justShown_ = false;
+        }
     }
 
     void UserActs() {
         if (!Running() || program_->AccountDialog() == nullptr || !Dialog().Shown()) {
             return;
+        }
+        if (!typed_.empty() && Dialog().txtComment.Text() != typed_) {
+            result_.failures.push_back("what the user had typed was lost while the dialog was open");
         }
         const int what = random_.Between(0, 99);
         if (what < 55) {
@@ -256,6 +304,8 @@ class Day {
             Dialog().txtSearch.HandleChange(random_.Chance(5'000) ? u"" : u"client 2");
         } else if (what < 95) {
             ChangePreferred();
+        } else {
+            Type(u"typed " + Words(what));
         }
     }
 
@@ -263,7 +313,7 @@ class Day {
         frmAccountNumber& dialog = Dialog();
         dialog.tabView.HandleSelected(AccountViews::tabAll);
         dialog.ctlAccountListAll.SelectedID(account);
-        dialog.txtComment.HandleChange(u"for the file");
+        Type(u"for the file");
         dialog.chkSubmitAllDocuments.HandleClick(all);
         office_.Note("OK, account " + std::to_string(dialog.ctlAccountListAll.SelectedID()));
         answering_ = dialog.lblDocument.Caption();
@@ -272,6 +322,12 @@ class Day {
         dialog.cmdOK.HandleClick();
         office_.Choose(before);
         dialog.chkSubmitAllDocuments.HandleClick(false);
+    }
+
+    // A dialog that is still coming up begins with an empty comment.
+    void Type(const std::u16string& comment) {
+        Dialog().txtComment.HandleChange(comment);
+        typed_ = nesting_ == 0 ? comment : u"";
     }
 
     void Cancel() {
@@ -332,10 +388,14 @@ class Day {
     DayResult result_;
     std::u16string caption_;
     std::u16string answering_;  // the job that the user's last press was for
+    std::u16string typed_;      // as a comment, since the dialog came up
+    bool justShown_ = false;
     std::map<std::int32_t, bool> removed_;
     int nesting_ = 0;
     bool ending_ = false;
+    int primaryPrinters_ = 0;  // in the list
     bool calm_ = false;
+    bool dayIsOver_ = false;
 };
 
 }  // namespace

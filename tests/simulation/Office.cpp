@@ -276,6 +276,14 @@ void Office::Switch(int at, bool up) {
     }
 }
 
+void Office::Vanish(int at) {
+    if (!servers_[static_cast<std::size_t>(at)].up) {
+        return;
+    }
+    Switch(at, false);
+    Later(random_.Between(1, 120) * 1'000, [this, at] { Switch(at, true); });
+}
+
 void Office::SpoilCounter(int at) {
     if (!ByFile() || servers_[static_cast<std::size_t>(at)].counter == 0) {
         return;
@@ -311,8 +319,7 @@ void Office::SomethingHappens() {
             Switch(at, !servers_[static_cast<std::size_t>(at)].up);
             break;
         case 2:
-            Switch(at, false);
-            Later(random_.Between(1, 120) * 1'000, [this, at] { Switch(at, true); });
+            Vanish(at);
             break;
         case 3:
             SpoilCounter(at);
@@ -331,6 +338,9 @@ void Office::SomethingHappens() {
         }
         case 6: {
             const bool gone = random_.Chance(5'000);
+            const char16_t* const disks[] = {u"", u"", u"jsmith.txt", u"tlxpref.txt"};
+            fullDisk_ = disks[random_.Between(0, 3)];
+            Note("the disk is full for: " + Ascii(fullDisk_));
             Note(gone ? "the preferences share is gone" : "the preferences share is there");
             windows.files.FailPath(u"\\\\SRV1\\TLXPrefs$\\jsmith.txt", gone ? netNameDeleted : 0);
             break;
@@ -368,8 +378,21 @@ int Office::ServerIn(const std::u16string& path) const {
 }
 
 void Office::Watch() {
-    windows.files.faults.onCheck = [this](std::string_view, std::u16string_view detail) {
+    windows.files.faults.onCheck = [this](std::string_view call, std::u16string_view detail) {
+        if (!calm_ && call == "Write" && !fullDisk_.empty() && detail.find(fullDisk_) != detail.npos) {
+            windows.files.donePercent = static_cast<std::size_t>(random_.Between(0, 99));
+            return fakes::FaultPlan::halfDone;
+        }
+        if (call == "OpenForReading" && NumberOfJobFile(std::u16string(detail)) >= 0 && !calm_ && random_.Chance(200)) {
+            Vanish(ServerIn(std::u16string(detail)));
+        }
         return Trouble(detail, netNameDeleted);
+    };
+    windows.files.onExists = [this](const std::u16string& path, bool exists) {
+        const int number = NumberOfJobFile(path);
+        if (number >= 0) {
+            oracle_.Tested(ServerIn(path), number, exists);
+        }
     };
     windows.internet.faults.onCheck = [this](std::string_view call, std::u16string_view detail) {
         if (call == "OpenUrl") {
@@ -404,9 +427,20 @@ void Office::Watch() {
     windows.files.onWhole = [this](const std::u16string& path, const std::string& bytes) {
         WholeFileRead(path, bytes);
     };
-    windows.spooler.onJobs = [this](const std::u16string&, const std::vector<fakes::FakeJob>& jobs) {
-        for (const fakes::FakeJob& job : jobs) {
-            oracle_.Enumerated(job.document);
+    windows.spooler.onEnumerated = [this](std::uint32_t jobCount, std::uint32_t bufferBytes,
+                                          const std::vector<fakes::FakeJob>* jobs) {
+        // One job is asked for to see whether the printer can be reached.
+        if (jobCount == 1) {
+            return;
+        }
+        oracle_.AskedForJobs(bufferBytes, jobs != nullptr);
+        for (std::size_t i = 0; jobs != nullptr && i < jobs->size(); ++i) {
+            oracle_.Enumerated((*jobs)[i].document);
+        }
+    };
+    windows.spooler.onEnumJobs = [this] {
+        if (!calm_ && random_.Chance(20)) {
+            Print(true);
         }
     };
     windows.spooler.onCancelled = [this](const std::u16string&, const fakes::FakeJob& job) {
@@ -425,6 +459,7 @@ void Office::NotificationBegins(const std::u16string& path) {
         if (job.server == ServerIn(path) && Words(job.id) == id) {
             job.account = chosen_;
             notifying = job.document;
+            Oracle::NotificationBegun(job);
         }
     }
 }

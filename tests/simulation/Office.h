@@ -78,6 +78,8 @@ class Office {
     void Release(Job& job);
     void Expire(Job& job);
     void Switch(int server, bool up);
+    // For up to two minutes.
+    void Vanish(int server);
     void SpoilCounter(int server);
     void ChangeServerList();
     void Later(std::int64_t milliseconds, std::function<void()> what);
@@ -99,6 +101,7 @@ class Office {
     int troubleOfTenThousand_ = 0;
     bool calm_ = false;
     bool listChanged_ = false;
+    std::u16string fullDisk_;  // the file that cannot be written whole
     bool doing_ = false;
     std::vector<Server> servers_;
     std::vector<Deed> deeds_;

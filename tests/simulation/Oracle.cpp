@@ -77,10 +77,15 @@ void Oracle::Saw(Job& job) {
 // Numbers that the program passes over on its way to the next one: it must have tried their files twice.
 void Oracle::LeaveBehind(int server, int from, int to) {
     for (Job& job : jobs_) {
-        if (job.server == server && !job.seen && job.number >= from && job.number < to && WasTriedTwice(job)) {
+        if (job.server == server && !job.seen && job.number >= from && job.number < to && MayBeLeft(job)) {
             job.why = rule::unreadable;
         }
     }
+}
+
+// A file that was there has to be there still: its server may have gone away instead.
+bool Oracle::MayBeLeft(const Job& job) {
+    return WasTriedTwice(job) && (!job.found || job.readsSince == 0);
 }
 
 bool Oracle::WasTriedTwice(const Job& job) {
@@ -94,17 +99,36 @@ void Oracle::AskedFor(int server, int number, bool reading) {
         LeaveBehind(server, state.next, to);
     }
     state.blind = state.blind || state.next < 0;
-    state.rowStart = state.rowStart < 0 ? number : state.rowStart;
+    if (number >= state.catchingUpTo) {
+        state.catchingUpTo = -1;
+    }
+    if (state.catchingUpTo >= 0) {
+        state.rowStart = -1;
+    } else if (state.rowStart < 0 || (number != state.next && state.gotText)) {
+        state.rowStart = number;
+    }
+    if (number != state.next) {
+        state.gotText = false;
+    }
     state.next = number;
     Job* const job = reading ? AtNumber(server, number) : nullptr;
     if (job != nullptr) {
         job->firstAttempt = job->attempts == 0 ? now : job->firstAttempt;
         job->lastAttempt = now;
         ++job->attempts;
+        ++job->readsSince;
+    }
+}
+
+void Oracle::Tested(int server, int number, bool exists) {
+    if (Job* const job = AtNumber(server, number)) {
+        job->found = exists;
+        job->readsSince = 0;
     }
 }
 
 void Oracle::GotJobFile(int server, int number, const std::u16string& text) {
+    servers_[server].gotText = !text.empty();
     const std::vector<std::u16string> lines = LinesOf(text);
     if (!IsRecord(lines)) {
         return;
@@ -115,6 +139,7 @@ void Oracle::GotJobFile(int server, int number, const std::u16string& text) {
         job->cut = job->cut || lines[9] != job->lastLine;
         servers_[server].next = (number + 1) % fileNumbers;
         servers_[server].rowStart = -1;
+        servers_[server].gotText = false;
     }
 }
 
@@ -125,11 +150,17 @@ void Oracle::GotCounter(int server, const std::u16string& text) {
     }
     Server& state = servers_[server];
     const bool isTrue = counter == state.trueCounter;
-    // A row that went round the last number, or that the counter has left behind.
-    if (state.rowStart > state.next || counter < state.rowStart) {
+    if (state.catchingUpTo >= 0) {
+        LeaveBehind(server, state.next, state.catchingUpTo);
+        state.next = state.catchingUpTo;
+    } else if (state.rowStart >= 0) {
         state.next = state.rowStart;
     }
     state.rowStart = -1;
+    state.catchingUpTo = state.next >= 0 && counter > state.next ? counter : -1;
+    for (Job& job : jobs_) {
+        job.found = job.found && job.server != server;
+    }
     for (Job& job : jobs_) {
         if (job.server != server || job.seen || !job.issued || !job.why.empty()) {
             continue;
@@ -186,11 +217,18 @@ void Oracle::DetectorReplaced() {
     }
 }
 
+int Oracle::Waiting() const {
+    return static_cast<int>(std::count_if(jobs_.begin(), jobs_.end(), [](const Job& job) {
+        return job.seen && !job.clientEnded && job.notified + job.told == 0;
+    }));
+}
+
 void Oracle::ProgramEnded() {
     ForgetHistories();
     for (auto& [server, state] : servers_) {
         state.next = -1;
         state.rowStart = -1;
+        state.catchingUpTo = -1;
         state.blind = false;
     }
     for (Job& job : jobs_) {
@@ -208,6 +246,34 @@ void Oracle::Offered(Job& job) {
         job.failure = "was offered twice";
     }
     ++job.offered;
+}
+
+void Oracle::NotificationBegun(Job& job) {
+    if (job.begun != 0 && !job.askedAgain && !job.forgotten && !job.cut) {
+        job.failure = "was notified twice";
+    }
+    ++job.begun;
+}
+
+void Oracle::AskedForJobs(std::uint32_t bufferBytes, bool given) {
+    // An empty queue has the size 0, and one that cannot be asked for it too.
+    if (bufferBytes == 0 && questions_ != 1) {
+        if (unanswered_) {
+            failures_.insert("a print queue without room for its jobs was not asked once more");
+        }
+        questions_ = 1;
+        unanswered_ = false;
+    } else {
+        ++questions_;
+        if (questions_ > 2 && !unanswered_) {
+            failures_.insert("a print queue was asked for jobs that it had given");
+        }
+        if (questions_ > 2 && bufferBytes <= lastBufferBytes_) {
+            failures_.insert("a print queue was asked once more without more room");
+        }
+        unanswered_ = questions_ == 2 && !given;
+    }
+    lastBufferBytes_ = bufferBytes;
 }
 
 void Oracle::EndsAgain(Job& job) {
@@ -243,7 +309,7 @@ void Oracle::LeftQueue(Job& job, bool reachable) {
 }
 
 std::vector<std::string> Oracle::Verdict(std::map<std::string, int>& rules) const {
-    std::vector<std::string> failures;
+    std::vector<std::string> failures(failures_.begin(), failures_.end());
     for (const Job& job : jobs_) {
         const std::string failure = Judge(job, rules);
         if (!failure.empty()) {

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -43,21 +44,29 @@ class Oracle {
 
     // From the seam: a job file is asked for; its text, or that of a counter, was read to its end.
     void AskedFor(int server, int number, bool reading);
+    // And for whether a job file is there, which a web server is not asked in so many words.
+    void Tested(int server, int number, bool exists);
     void GotJobFile(int server, int number, const std::u16string& text);
     void GotCounter(int server, const std::u16string& text);
     // An enumeration of a print queue gave this job.
     void Enumerated(const std::u16string& document);
     // What the program did about a job.
     static void Offered(Job& job);
+    static void NotificationBegun(Job& job);
     static void Notified(Job& job, bool right);
     static void Told(Job& job, bool notificationFailed);
     // The detection method was found changed within the tick that is ending: another detector has begun anew.
     void DetectorReplaced();
     void TickEnds() { seenInTick_.clear(); }
+    // Jobs that the program has seen and not ended yet.
+    int Waiting() const;
     // The program has ended, whatever still waited in it.
     void ProgramEnded();
     // `reachable`: the program had all the time that it needs to see the job.
     static void LeftQueue(Job& job, bool reachable);
+
+    // A print queue is asked for its size, then for its jobs, and once more only when there was no room for them.
+    void AskedForJobs(std::uint32_t bufferBytes, bool given);
 
     // Empty when every job is accounted for; `rules` counts the losses by their rule.
     std::vector<std::string> Verdict(std::map<std::string, int>& rules) const;
@@ -66,15 +75,18 @@ class Oracle {
     struct Server {
         int next = -1;  // number of the next file, -1 before the first look
         int trueCounter = 0;
-        // Where a row of files began that were asked for in vain; the program may go back there.
+        // Where the last row of files began that were asked for and gave nothing; the program goes back there.
         int rowStart = -1;
-        bool blind = false;  // files were asked for, from number 0, before there was a counter
+        bool gotText = false;   // the file that was asked for last gave something
+        int catchingUpTo = -1;  // the counter, while the files below it are read without asking whether they are there
+        bool blind = false;     // files were asked for, from number 0, before there was a counter
     };
     void Saw(Job& job);
     void ForgetHistories();
     static void EndsAgain(Job& job);
     Job* AtNumber(int server, int number);
     void LeaveBehind(int server, int from, int to);
+    static bool MayBeLeft(const Job& job);
     static bool WasTriedTwice(const Job& job);
     static std::string Judge(const Job& job, std::map<std::string, int>& rules);
     static std::string JudgeEnd(const Job& job);
@@ -82,6 +94,12 @@ class Oracle {
     std::deque<Job> jobs_;
     std::vector<Job*> seenInTick_;
     std::map<int, Server> servers_;
+    // Of the print queue that was looked at last: questions, that for its size among them, and whether it wants one
+    // more.
+    int questions_ = 0;
+    bool unanswered_ = false;
+    std::uint32_t lastBufferBytes_ = 0;
+    std::set<std::string> failures_;
 };
 
 std::string Ascii(const std::u16string& text);

@@ -487,6 +487,60 @@ TEST_F(JobDetectionOverHttp, ServerThatComesBackDuringAPollIsAskedAgainForWhatIt
     EXPECT_EQ(sink_.Documents(), Texts{u"job"});
 }
 
+TEST_F(JobDetectionOverHttp, JobsOfAServerThatComesBackDuringAPollAreAllRead) {
+    SayWhatIsMissing();
+    PutCounter(u"5");
+    Start();
+    for (int number = 5; number <= 7; ++number) {
+        internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith." + PaddedNumberText(number, 3),
+                           Organisation::JobText(laser, NumberText(number)));
+    }
+    internet_.Down(u"SRV");
+    organisation_.platform.messageLoop.onRunPending = [this] {
+        if (system_.sleeps.size() == 2) {
+            internet_.Up(u"SRV");
+        }
+    };
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6", u"7"}));
+}
+
+// As with a web server whose page for a missing file does not say so.
+TEST_F(JobDetectionOverHttp, JobsThatComeWhileTheirNumbersAreTriedAreAllRead) {
+    PutCounter(u"5");
+    Start();
+    system_.onSleep = [this] {
+        if (system_.sleeps.size() == 2) {
+            for (int number = 5; number <= 6; ++number) {
+                internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith." + PaddedNumberText(number, 3),
+                                   Organisation::JobText(laser, NumberText(number)));
+            }
+        }
+    };
+    detector_.PollServers();
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6"}));
+}
+
+// The page for a missing file is longer than the job's file and leaves its end behind it, once.
+TEST_F(JobDetectionOverHttp, JobThatComesBehindALongPageIsReadAtTheNextPoll) {
+    internet_.unknownUrlBody = std::string(1'000, 'x');
+    PutCounter(u"5");
+    Start();
+    system_.onSleep = [this] {
+        if (system_.sleeps.size() == 1) {
+            std::u16string text = Organisation::JobText(laser, u"job");
+            while (text.ends_with(u"\r\n")) {
+                text.resize(text.size() - 2);
+            }
+            internet_.PutUtf16(u"http://SRV/TLXData/jobs/jsmith.005", text);
+        }
+    };
+    detector_.PollServers();
+    detector_.PollServers();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+}
+
 TEST_F(JobDetectionFile, CounterBehindTheLastNumberIsKeptByAPollThatFindsNothing) {
     SetCounter(u"1000");
     Start();

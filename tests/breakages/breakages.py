@@ -1,0 +1,86 @@
+"""Ways to break the client, each a change of one place in src/ that the tests have to notice."""
+from typing import NamedTuple
+
+
+class Breakage(NamedTuple):
+    name: str
+    file: str  # below src/
+    old: str  # stands there once
+    new: str
+    # Whether simulated days can tell: what they do not look at is left to the unit tests.
+    simulated: bool = True
+
+
+FILES = "detection/clsJobDetectionFile.cpp"
+SPOOLER = "detection/clsJobDetectionPrinter.cpp"
+DIALOG = "ui/frmAccountNumber.cpp"
+PREFERENCES = "ui/clsTLXPrefs.cpp"
+# Of the function that shows the dialog for the next job.
+MONITOR_TICK = """    if (job == nullptr || showing_) {
+        return;
+    }
+    lblDocument.Caption(job->Document);
+    lblPrinter.Caption(job->PrinterName);
+    services_.platform.messageLoop.RunPending();
+    if (!showing_ && HeadJob() == job) {
+"""
+
+BREAKAGES = [
+    Breakage("announced twice", "detection/clsJobHistory.cpp", "return !found;", "return true;"),
+    Breakage("history too short", "detection/clsJobHistory.cpp", "capacity = 100;", "capacity = 1;"),
+    Breakage("dropped at an outage", FILES,
+             "            if (!server->TestJobNotificationFile(number)) {\n                break;\n            }\n", ""),
+    Breakage("not caught up after an outage", FILES,
+             "number = held->second; number < counter;", "number = counter; number < counter;"),
+    Breakage("half a file not tried again", FILES, "    if (!valid) {\n        system_.Sleep",
+             "    if (false) {\n        system_.Sleep"),
+    Breakage("undelivered files skipped", FILES, "if (emptyFiles != 0) {", "if (false) {"),
+    Breakage("numbers do not start again", FILES, "(NextFile(serverName) + 1) % fileNumbers",
+             "NextFile(serverName) + 1"),
+    Breakage("counter read wrongly", FILES, "ToInteger32(text);\n    if (counter < 0",
+             "ToInteger32(text) / 10;\n    if (counter < 0"),
+    Breakage("unreadable counter taken for 0", FILES,
+             '        throw Error(errorNumber::overflow, u"clsJobDetectionFile", u"Overflow");', "        return 0;",
+             False),
+    Breakage("refresh takes jobs for old ones", SPOOLER, "ProcessAllPrinters(false);", "ProcessAllPrinters(true);"),
+    Breakage("handle not armed again", SPOOLER, "if (spooler_.FindNextChange(printer.changeHandle) == 0) {",
+             "if (false) {"),
+    Breakage("third enumeration always", SPOOLER, "if (jobs.result == 0) {\n        const std::uint32_t enlarged",
+             "if (true) {\n        const std::uint32_t enlarged"),
+    Breakage("third enumeration never", SPOOLER, "if (jobs.result == 0) {\n        const std::uint32_t enlarged",
+             "if (false) {\n        const std::uint32_t enlarged"),
+    Breakage("unread server loses its printers", "detection/clsPrintersMonitored.cpp",
+             "        if (text.empty()) {\n            return nullptr;\n        }\n", ""),
+    Breakage("other users' jobs taken", "detection/clsPrintJobMatcher.cpp", "matches = user == ownUserName_;",
+             "matches = true;"),
+    Breakage("open dialog shown again", DIALOG, MONITOR_TICK,
+             MONITOR_TICK.replace(" || showing_", "").replace("!showing_ && ", "")),
+    Breakage("shown again by what let messages run", DIALOG, "if (!showing_ && HeadJob() == job) {",
+             "if (HeadJob() == job) {"),
+    Breakage("cancelled job stays in the queue", DIALOG,
+             "TakeHeadJob();\n    const bool errorCancel", "HeadJob();\n    const bool errorCancel"),
+    Breakage("cancelled job notified", DIALOG,
+             "    Guarded(services_.log, u\"frmAccountNumber:Cancel\", [&] {",
+             "    Choice choice;\n    choice.account = std::make_shared<clsAccount>();\n    Notify(*job, choice);\n"
+             "    Guarded(services_.log, u\"frmAccountNumber:Cancel\", [&] {"),
+    Breakage("cancelled in the program alone", DIALOG, "cancelled = services_.cancelPrintJob(*job);",
+             "cancelled = true;"),
+    Breakage("notified twice", DIALOG, "const Notified notified = Notify(*job, choice);",
+             "Notify(*job, choice);\n        const Notified notified = Notify(*job, choice);"),
+    Breakage("failed notification kept quiet", DIALOG,
+             "            ShowMessage(u\"lblNotificationError\", MessageIcon::Critical);\n", ""),
+    Breakage("first account notified", DIALOG, "notification.AccountID = choice.account->AccountID;",
+             "notification.AccountID = 1;"),
+    Breakage("one job of all submitted", DIALOG, "while (submitAll && HeadJob() != nullptr) {",
+             "if (submitAll && jobs_.Length() == 1) {", False),
+    Breakage("preferred list emptied", PREFERENCES, "    preferred_->Extend(*stored.preferred_);\n", ""),
+    Breakage("half a file of preferences kept", PREFERENCES, "            static_cast<void>(files_.Delete(path));\n",
+             ""),
+    Breakage("empty preferences believed", PREFERENCES, "return !keys_.All().empty();", "return true;"),
+    Breakage("stored preferences overwritten", PREFERENCES, "        TakeOverStored();\n", ""),
+    Breakage("local copy written in place", PREFERENCES,
+             "replaced = StorePrefs(fresh) && files_.Copy(fresh, localPath_) == windowsError::none;",
+             "replaced = StorePrefs(localPath_);"),
+    Breakage("a refresh within a tick", "detection/OneAtATime.cpp", "    if (busy_) {\n        return;",
+             "    if (false) {\n        return;", False),
+]
