@@ -181,6 +181,10 @@ class Day {
 
     // The primary server's printers stay in the list, whether it can be reached or not.
     void CheckPrinters() {
+        // Of a list from a web server that breaks off, what came counts.
+        if (office_.Method() == Detection::HTTP) {
+            return;
+        }
         int printers = 0;
         for (const ListView::Item& item : program_->MainForm()->lvwPrinters.Items()) {
             printers += item.text.starts_with(u"\\\\SRV1\\") ? 1 : 0;
