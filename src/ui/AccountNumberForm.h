@@ -56,6 +56,24 @@ class AccountNumberForm : public Form {
     Timer tmrFlash{u"tmrFlash"};
     Timer tmrSearch{u"tmrSearch"};
 
+    // As long as there is one, OK cannot be pressed: what it would send is not all there yet.
+    class HeldOK {
+      public:
+        explicit HeldOK(AccountNumberForm& form) : form_(form) {
+            ++form_.heldOK_;
+            form_.cmdOK.Enabled(false);
+        }
+        ~HeldOK() {
+            --form_.heldOK_;
+            form_.cmdOK.Enabled(form_.heldOK_ == 0);
+        }
+        HeldOK(const HeldOK&) = delete;
+        HeldOK& operator=(const HeldOK&) = delete;
+
+      private:
+        AccountNumberForm& form_;
+    };
+
   protected:
     // Places everything for the client area's size and the captions as they are now.
     void OnResize() override;
@@ -78,6 +96,7 @@ class AccountNumberForm : public Form {
     int CheckWidth(const CheckBox& checkBox) const;
 
     TextMeasure& textMeasure_;
+    int heldOK_ = 0;
     int line_ = 0;   // height of a line of text
     int field_ = 0;  // height of a text box, a combo box or a button
     // The least client area that shows everything.

@@ -87,13 +87,11 @@ class AccountViews::AllFill {
         form_.prgSearch.Value(0);
         form_.prgSearch.Visible(true);
         form_.Pointer(MousePointer::Hourglass);
-        form_.cmdOK.Enabled(false);
     }
     ~AllFill() {
         form_.ctlAccountListAll.Redraw(true);
         form_.prgSearch.Visible(false);
         form_.Pointer(MousePointer::Default);
-        form_.cmdOK.Enabled(true);
     }
     AllFill(const AllFill&) = delete;
     AllFill& operator=(const AllFill&) = delete;
@@ -103,6 +101,7 @@ class AccountViews::AllFill {
   private:
     AccountViews& views_;
     AccountNumberForm& form_;
+    AccountNumberForm::HeldOK heldOK_{form_};
     std::uint32_t number_;
 };
 

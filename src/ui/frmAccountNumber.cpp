@@ -128,6 +128,8 @@ void frmAccountNumber::ShowHide(bool show) {
 // the showing meanwhile.
 bool frmAccountNumber::OfferHeadJob() {
     const std::uint32_t offer = offer_;
+    // The choices of the last job are still there.
+    const HeldOK heldOK(*this);
     PlaceOnScreen();
     ctlBanner1.Shown();
     Show();

@@ -129,10 +129,13 @@ driver::Job SystemTest::AnnounceJob(const driver::Job& job) {
 }
 
 bool SystemTest::DialogOffers(const std::wstring& document) const {
-    return client_->WaitForVisible(L"frmAccountNumber") && WaitFor([&] {
-               return Dialog().Visible() && DialogControl(L"lblDocument").Text() == document &&
-                      DialogControl(L"txtComment").Text().empty() && DialogControl(L"cmdOK").Enabled();
-           });
+    return client_->WaitForVisible(L"frmAccountNumber") &&
+           WaitFor([&] { return DialogControl(L"lblDocument").Text() == document && DialogIsReady(); });
+}
+
+bool SystemTest::DialogIsReady() const {
+    // In this order: OK can be pressed again when all else is there.
+    return Dialog().Visible() && DialogControl(L"cmdOK").Enabled() && DialogControl(L"txtComment").Text().empty();
 }
 
 bool SystemTest::DialogStaysHidden() const {

@@ -42,12 +42,14 @@ class SystemTest : public ::testing::Test {
     driver::Window Dialog() const { return client_->Form(L"frmAccountNumber"); }
     driver::Window DialogControl(const std::wstring& name) const { return Dialog().Control(name); }
     driver::Window Status(const std::wstring& control) const { return client_->Control(L"frmMain", control); }
-    // Leaves a text in the comment box, where the chosen account lets none be sent. The dialog empties the box as the
-    // last thing it does before it waits for the user, and so a test sees that it is ready. Announcing a job and
-    // pressing a button of the dialog do it.
+    // Leaves a text in the comment box, where the chosen account lets none be sent. The dialog empties the box before
+    // it waits for the user, and so a test sees that it is ready for another job. Announcing a job and pressing a
+    // button of the dialog do it.
     void MarkComment() const;
     // Waits until the dialog is on the screen for the document, and ready.
     bool DialogOffers(const std::wstring& document) const;
+    // Whether the dialog is on the screen and waits for the user.
+    bool DialogIsReady() const;
     bool DialogStaysHidden() const;
     // The rows of the view: All, Preferred or Recent.
     driver::ListWindow View(const std::wstring& view) const;

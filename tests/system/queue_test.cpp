@@ -172,8 +172,8 @@ TEST_F(RuleTest, MachineThatRemembersSettingsKeepsTheDefaultComment) {
     StartMonitoring();
     Announce(L"Plain.doc");
     ASSERT_TRUE(Client().WaitForVisible(L"frmAccountNumber"));
-    EXPECT_TRUE(WaitFor([&] { return DialogControl(L"txtComment").Text() == L"Standing order"; }));
-    // The dialog is ready when the views are filled; the comment is still there then.
+    EXPECT_TRUE(WaitFor(
+        [&] { return DialogControl(L"cmdOK").Enabled() && DialogControl(L"txtComment").Text() == L"Standing order"; }));
     EXPECT_TRUE(ChooseAccount(L"Smith"));
     EXPECT_EQ(DialogControl(L"txtComment").Text(), L"Standing order");
 }

@@ -81,8 +81,7 @@ TEST_P(RoadTest, NamesInManyScriptsAndVeryLongOnesReachTheNotificationUnchanged)
                                          .machine = GetParam() ? L"R\u00e4chner" : L"R\u00e4chner-\u0434",
                                          .document = document,
                                          .printerHandle = -5});
-    ASSERT_TRUE(Client().WaitForVisible(L"frmAccountNumber"));
-    ASSERT_TRUE(WaitFor([&] { return DialogControl(L"txtComment").Text().empty(); }));
+    ASSERT_TRUE(WaitFor([&] { return DialogIsReady(); }));
     if (!GetParam()) {
         EXPECT_EQ(DialogControl(L"lblDocument").Text(), document);
     }

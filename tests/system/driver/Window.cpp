@@ -10,7 +10,8 @@
 namespace driver {
 namespace {
 
-constexpr DWORD answerLimit = 2000;
+// Milliseconds. A busy machine must not make an answer that comes late look like an empty one.
+constexpr DWORD answerLimit = 15000;
 const std::wstring namePrefix = L"Korvanta.";
 
 LPARAM Point(int x, int y) {

@@ -349,15 +349,38 @@ TEST_F(ReentryDetailTest, AJobAnsweredWhileTheDialogComesUpIsNotOfferedAgain) {
     int runs = 0;
     platform.messageLoop.onRunPending = [&] {
         if (++runs == 2) {  // the first comes before the dialog shows
-            PressOK();
+            PressCancel();
         }
     };
     MonitorTick();
-    EXPECT_TRUE(Notified(1));
+    EXPECT_THAT(cancelled, ElementsAre(1));
     EXPECT_FALSE(Dialog().Shown());
     MonitorTick();
     EXPECT_FALSE(Dialog().Shown());
+    EXPECT_THAT(cancelled, ElementsAre(1));
+}
+
+// What the last job was charged with must not be sent for the next one.
+TEST_F(ReentryDetailTest, OKCannotBePressedBeforeTheDialogIsPrepared) {
+    Lines lines = ManyAccounts(20);
+    lines.push_back(Main(7, u"Last", true, true, 1));
+    WriteAccounts(lines);
+    AddJobs(2);
+    MonitorTick();
+    SelectAll(7);
+    Dialog().chkInvoice.HandleClick(false);
+    Dialog().txtComment.HandleChange(u"for the first");
+    PressOK();
+    ASSERT_TRUE(Notified(1));
+    const auto pressOK = [&] { PressOK(); };
+    platform.messageLoop.onRunPending = pressOK;
+    platform.messageLoop.onRunPendingOften = pressOK;
+    MonitorTick();
     EXPECT_EQ(NotificationCount(), 1U);
+    EXPECT_TRUE(Dialog().Shown());
+    EXPECT_TRUE(Dialog().chkInvoice.Value());
+    EXPECT_EQ(Dialog().txtComment.Text(), u"");
+    EXPECT_TRUE(Dialog().cmdOK.Enabled());
 }
 
 TEST_F(ReentryDetailTest, ATickInsideATickOffersTheJobOnce) {
@@ -478,14 +501,14 @@ TEST_F(ReentryDetailTest, AJobAnsweredWhileTheDialogComesUpIsNotRejectedForMissi
     int runs = 0;
     platform.messageLoop.onRunPending = [&] {
         if (++runs == 2) {
-            PressOK();
+            PressCancel();
             files.RemoveFile(accountsFile);
             files.RemoveFile(u"C:\\Temp\\tlxact.txt");
         }
     };
     MonitorTick();
-    EXPECT_TRUE(Notified(1));
-    EXPECT_THAT(platform.messageBoxes.shown, IsEmpty());
+    EXPECT_THAT(cancelled, ElementsAre(1));
+    EXPECT_THAT(BoxTexts(), ElementsAre(Text(u"lblJobCancelSuccess")));
 }
 
 TEST_F(ReentryDetailTest, TheNextJobIsNotRejectedForTheAccountsThatTheLastOneLacked) {
