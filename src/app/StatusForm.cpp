@@ -13,6 +13,11 @@ constexpr int slack = 60;
 constexpr int smallestButton = 1260;
 constexpr int buttonRoom = 300;  // around its caption
 constexpr int columnGap = 120;
+// In letters. What is longer is cut off rather than widen the window beyond any screen.
+constexpr std::size_t longestText = 50;
+constexpr std::size_t longestHeading = 32;  // above dates
+constexpr std::size_t longestTask = 36;
+constexpr std::size_t longestButton = 35;
 const char16_t* const longDate = u"00.00.0000 00:00:00 AM";
 constexpr int smallestWidth = 8400;
 constexpr int listHeight = 1500;
@@ -106,25 +111,26 @@ void StatusForm::AddControls() {
 
 // Of the advanced display's columns: each holds its captions and whatever it may come to show.
 std::array<int, StatusForm::columns> StatusForm::ColumnWidths() const {
-    const auto room = [this](std::initializer_list<const Label*> labels) {
+    const auto room = [this](std::initializer_list<const Label*> labels, std::size_t longest = longestText) {
         int width = 0;
         for (const Label* label : labels) {
             width = std::max(width, textMeasure_.Width(label->Caption(), label->Bold()));
         }
-        return width + slack + columnGap;
+        return std::min(width, textMeasure_.LettersWidth(longest)) + slack + columnGap;
     };
     const int dates = textMeasure_.Width(longDate, false) + slack + columnGap;
-    return {room({&lblTask, &lblFullRefresh, &lblPrinterListScan, &lblServerHealthTest}),
-            std::max(room({&lblPerformed}), dates),
+    return {room({&lblTask, &lblFullRefresh, &lblPrinterListScan, &lblServerHealthTest}, longestTask),
+            std::max(room({&lblPerformed}, longestHeading), dates),
             room({&lblResult, &texts.lblRefreshExecuting, &texts.lblRefreshCompleted, &texts.lblExecuting,
                   &texts.lblPrinterListChanged, &texts.lblPrinterListUnchanged, &texts.lblServersValid,
                   &texts.lblServersInvalid}),
-            std::max(room({&lblDue}), dates)};
+            std::max(room({&lblDue}, longestHeading), dates)};
 }
 
 int StatusForm::ButtonWidth() const {
-    return std::max({smallestButton, textMeasure_.Width(cmdRefresh.Caption(), false) + buttonRoom,
-                     textMeasure_.Width(cmdClose.Caption(), false) + buttonRoom});
+    const int longest = std::max(textMeasure_.Width(cmdRefresh.Caption(), false) + buttonRoom,
+                                 textMeasure_.Width(cmdClose.Caption(), false) + buttonRoom);
+    return std::max(std::min(longest, textMeasure_.LettersWidth(longestButton)), smallestButton);
 }
 
 int StatusForm::NormalWidth() const {
@@ -143,7 +149,9 @@ void StatusForm::OnResize() {
     const int right = width - margin;
     ctlBanner1.Move({0, 0, width, ctlBanner1.Position().height});
     int top = ctlBanner1.Position().Bottom() + gap;
-    const int methodWidth = textMeasure_.Width(lblJobDetectionMethodCaption.Caption(), false) + slack;
+    const int methodWidth = std::min(textMeasure_.Width(lblJobDetectionMethodCaption.Caption(), false),
+                                     textMeasure_.LettersWidth(longestText)) +
+                            slack;
     lblJobDetectionMethodCaption.Move({margin, top, methodWidth, line_});
     lblJobDetectionMethod.Move({margin + methodWidth + gap, top, right - margin - methodWidth - gap, line_});
     top += line_ + gap;

@@ -15,6 +15,10 @@ constexpr int wrapSlack = 90;
 constexpr int smallestButton = 1260;
 constexpr int buttonRoom = 300;  // around its caption
 constexpr int smallestWidth = 7200;
+constexpr int smallestField = 2400;
+// In letters. What is longer is cut off rather than widen the window beyond any screen and leave no room for the field.
+constexpr std::size_t longestCaption = 60;
+constexpr std::size_t longestButton = 35;
 }  // namespace
 
 frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator& translator,
@@ -53,7 +57,8 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator
 // By the captions as they are now.
 void frmPrimaryServer::ChooseSize() {
     const int line = platform_.textMeasure.LineHeight(false) + 30;
-    const int width = std::max(smallestWidth, ctlBanner1.SmallestWidth());
+    const int width =
+        std::max({smallestWidth, ctlBanner1.SmallestWidth(), CaptionWidth() + gap + smallestField + 2 * margin});
     const int field = line + 105;
     ClientSize(width, ctlBanner1.Position().height + ExplanationHeight(width) + 2 * field + 30 + 6 * gap);
 }
@@ -80,9 +85,16 @@ int frmPrimaryServer::ExplanationHeight(int clientWidth) const {
     return lines * measure.LineHeight(false) + gap;
 }
 
+int frmPrimaryServer::CaptionWidth() const {
+    return std::min(platform_.textMeasure.Width(lblServer.Caption(), false),
+                    platform_.textMeasure.LettersWidth(longestCaption)) +
+           60;
+}
+
 int frmPrimaryServer::ButtonWidth() const {
-    return std::max({smallestButton, platform_.textMeasure.Width(OKButton.Caption(), false) + buttonRoom,
-                     platform_.textMeasure.Width(CancelButton.Caption(), false) + buttonRoom});
+    const int longest = std::max(platform_.textMeasure.Width(OKButton.Caption(), false) + buttonRoom,
+                                 platform_.textMeasure.Width(CancelButton.Caption(), false) + buttonRoom);
+    return std::max(std::min(longest, platform_.textMeasure.LettersWidth(longestButton)), smallestButton);
 }
 
 void frmPrimaryServer::OnTranslate() {
@@ -112,7 +124,7 @@ void frmPrimaryServer::PlaceControls() {
     int top = ctlBanner1.Position().Bottom() + gap;
     lblExplanation.Move({margin, top, right - margin, ExplanationHeight(ClientWidth())});
     top = lblExplanation.Position().Bottom() + gap;
-    const int captionWidth = platform_.textMeasure.Width(lblServer.Caption(), false) + 60;
+    const int captionWidth = CaptionWidth();
     lblServer.Move({margin, top + (field - line) / 2, captionWidth, line});
     const int boxLeft = margin + captionWidth + gap;
     txtServer.Move({boxLeft, top, right - boxLeft, field});

@@ -39,6 +39,7 @@ class frmPrimaryServer : public Form {
 
   private:
     void ChooseSize();
+    int CaptionWidth() const;
     int ButtonWidth() const;
     int ExplanationHeight(int clientWidth) const;
     void PlaceControls();

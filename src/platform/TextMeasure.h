@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace korvanta {
@@ -10,6 +11,8 @@ class TextMeasure {
     virtual ~TextMeasure() = default;
     // Width of one line; an "&" that marks an access key takes no room.
     virtual int Width(const std::u16string& caption, bool bold) = 0;
+    // Width of so many letters, as they are on average: for captions that must not widen a form without end.
+    int LettersWidth(std::size_t letters) { return Width(std::u16string(letters, u'n'), false); }
     // Height of one line.
     virtual int LineHeight(bool bold) = 0;
 };

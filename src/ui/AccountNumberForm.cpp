@@ -14,7 +14,14 @@ constexpr int checkBoxRoom = 330;
 constexpr int smallestButton = 1260;
 constexpr int buttonRoom = 300;  // around its caption
 constexpr int tabRoom = 240;
-constexpr int longestInvoiceLabel = 6000;  // what is longer is cut off rather than widen the window further
+// In letters. What is longer is cut off rather than widen the window beyond any screen and leave no room for the
+// fields.
+constexpr std::size_t longestLabel = 50;
+constexpr std::size_t longestLink = 75;
+constexpr std::size_t longestCheckBox = 100;
+constexpr std::size_t longestShortText = 35;  // of those that share their row with two others
+constexpr std::size_t longestTabs = 130;      // Windows lets one leaf through more
+constexpr int longestInvoiceLabel = 6000;
 constexpr int rateWidth = 2400;
 constexpr int progressWidth = 1800;
 constexpr int smallestField = 1800;
@@ -241,12 +248,12 @@ void AccountNumberForm::Measure() {
     const int addRow = TextWidth(lblAddPreferred) + gap + progressWidth;
     const int moveRow = TextWidth(lblRemovePreferred) + gap + TextWidth(lblMoveUp) + 2 * gap + TextWidth(lblMoveDown);
     const int page = std::max({searchRow, addRow, moveRow, TextWidth(lblPreferredList)}) + 2 * gap;
+    tabs = std::min(tabs, textMeasure_.LettersWidth(longestTabs));
 
     const int printerRow = std::max(TextWidth(lblDocumentCaption), TextWidth(lblPrinterCaption)) + gap + smallestField +
                            gap + TextWidth(lblJobsQueuedCaption) + smallGap + CountWidth();
     const int commentRow = TextWidth(lblComment) + gap + smallestField;
-    const int rateRow =
-        std::min(CheckWidth(chkInvoice), longestInvoiceLabel) + gap + TextWidth(lblChargeRate) + gap + rateWidth;
+    const int rateRow = CheckWidth(chkInvoice) + gap + TextWidth(lblChargeRate) + gap + rateWidth;
     const int buttonRow = 2 * ButtonWidth() + gap;
     const int rows =
         std::max({tabs, page, printerRow, CheckWidth(chkSubmitAllDocuments), commentRow, rateRow, buttonRow});
@@ -264,17 +271,26 @@ int AccountNumberForm::CountWidth() const {
 }
 
 int AccountNumberForm::ButtonWidth() const {
-    return std::max({smallestButton, textMeasure_.Width(cmdOK.Caption(), false) + buttonRoom,
-                     textMeasure_.Width(cmdCancel.Caption(), false) + buttonRoom});
+    const int longest = std::max(textMeasure_.Width(cmdOK.Caption(), false) + buttonRoom,
+                                 textMeasure_.Width(cmdCancel.Caption(), false) + buttonRoom);
+    return std::max(std::min(longest, textMeasure_.LettersWidth(longestShortText)), smallestButton);
 }
 
 int AccountNumberForm::TextWidth(const Control& control) const {
     const auto* label = dynamic_cast<const Label*>(&control);
-    return textMeasure_.Width(control.Caption(), label != nullptr && label->Bold()) + slack;
+    const int width = textMeasure_.Width(control.Caption(), label != nullptr && label->Bold()) + slack;
+    const bool isShort = label == &lblMoveUp || label == &lblMoveDown;
+    const bool isLink = label != nullptr && label->Clickable();
+    return std::min(width, textMeasure_.LettersWidth(isShort ? longestShortText : isLink ? longestLink : longestLabel));
 }
 
 int AccountNumberForm::CheckWidth(const CheckBox& checkBox) const {
-    return textMeasure_.Width(checkBox.Caption(), false) + checkBoxRoom;
+    const int width = textMeasure_.Width(checkBox.Caption(), false) + checkBoxRoom;
+    if (&checkBox == &chkInvoice) {
+        return std::min(width, longestInvoiceLabel);
+    }
+    return std::min(width,
+                    textMeasure_.LettersWidth(&checkBox == &chkRememberSearch ? longestShortText : longestCheckBox));
 }
 
 }  // namespace korvanta

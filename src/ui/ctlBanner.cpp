@@ -13,8 +13,9 @@ constexpr int margin = 240;
 constexpr int lineHeight = 15;
 constexpr int titleTop = 90;
 constexpr int gap = 45;
-constexpr int shortLink = 600;  // enough to click on
-constexpr int linkSlack = 120;  // for rounding and the focus rectangle
+constexpr int shortLink = 600;            // enough to click on
+constexpr std::size_t longestText = 100;  // letters; what is longer is cut off rather than widen a form further
+constexpr int linkSlack = 120;            // for rounding and the focus rectangle
 
 // The defaults of the properties.
 constexpr Color backColor = systemColor::windowBackground;
@@ -154,7 +155,7 @@ void ctlBanner::Resized() {
     // An address may have any length; the title keeps its room.
     const Place title = lblTitle.Position();
     const int titleRoom = title.left + services_.textMeasure.Width(lblTitle.Caption(), true) + margin;
-    const int linkRoom = std::max(width - titleRoom - margin, 0);
+    const int linkRoom = std::max({width - titleRoom - margin, std::min(shortLink, width - 3 * margin), 0});
     const int linkWidth = std::min(services_.textMeasure.Width(lblLink.Caption(), false) + linkSlack, linkRoom);
     const int linkLeft = width - linkWidth - margin;
     lblLink.Move({linkLeft, title.top, linkWidth, services_.textMeasure.LineHeight(false)});
@@ -171,7 +172,8 @@ int ctlBanner::SmallestWidth() const {
     const int title = lblTitle.Position().left + services_.textMeasure.Width(lblTitle.Caption(), true);
     const int description =
         lblDescription.Position().left + services_.textMeasure.Width(lblDescription.Caption(), false);
-    return std::max(title + shortLink, description) + 2 * margin;
+    return std::min(std::max(title + shortLink, description), services_.textMeasure.LettersWidth(longestText)) +
+           2 * margin;
 }
 
 void ctlBanner::OpenLink() {

@@ -212,6 +212,46 @@ TEST_P(LanguageLayoutTest, AccountDialogIsGoodOnEachTabAndAtItsLeastSize) {
     }
 }
 
+// Texts that nobody would write are cut off; everything is still there and can be used.
+class EndlessTextsTest : public LanguageLayoutTest {
+  protected:
+    void ExpectUsable(const Form& form) {
+        std::vector<std::string> problems = check.Problems(form);
+        std::erase_if(problems, [](const std::string& problem) {
+            return problem.find("is too small for its text") != std::string::npos;
+        });
+        EXPECT_THAT(problems, IsEmpty());
+        // 1024 pixels at 96 DPI.
+        EXPECT_LE(form.ClientWidth() + frameWidth, 15'360);
+    }
+};
+
+TEST_P(EndlessTextsTest, LeaveRoomForFieldsAndButtons) {
+    int shown = 0;
+    windows.registry.Put(registryKey, u"TLXPrimaryServer", std::u16string());
+    peers.onShowModal = [&](Form& form) {
+        ++shown;
+        ExpectUsable(form);
+        dynamic_cast<TextBox*>(form.Find(u"txtServer"))->HandleChange(u"SRV1");
+        dynamic_cast<CommandButton*>(form.Find(u"OKButton"))->HandleClick();
+    };
+    StartTranslated();
+    EXPECT_EQ(shown, 1);
+    Status().ctlBanner1.Shown();
+    ShowAdvancedStatus();
+    ExpectUsable(Status());
+    AnnounceJob(0, u"Letter.doc");
+    Tick(2);
+    Dialog().tmrMonitor.HandleTick();
+    ASSERT_TRUE(Dialog().Shown());
+    for (const int tab : {1, 2, 3}) {
+        Dialog().tabView.HandleSelected(tab);
+        ExpectUsable(Dialog());
+    }
+    EXPECT_GE(Dialog().txtSearch.Position().width, 1'500);
+    EXPECT_GE(Dialog().txtComment.Position().width, 1'500);
+}
+
 // 800 by 600 pixels at 96 DPI, as small as screens are that show anything else in peace.
 using ShippedLanguageLayoutTest = LanguageLayoutTest;
 
@@ -225,6 +265,8 @@ TEST_P(ShippedLanguageLayoutTest, FitsOnASmallScreen) {
 INSTANTIATE_TEST_SUITE_P(Languages, LanguageLayoutTest,
                          testing::Combine(testing::Values(u"eng", u"deu", languages::pseudo),
                                           testing::Values(96, 120, 144, 192)));
+INSTANTIATE_TEST_SUITE_P(Languages, EndlessTextsTest,
+                         testing::Combine(testing::Values(languages::endless), testing::Values(96, 120, 144, 192)));
 INSTANTIATE_TEST_SUITE_P(Languages, ShippedLanguageLayoutTest,
                          testing::Combine(testing::Values(u"eng", u"deu"), testing::Values(96, 120, 144, 192)));
 

@@ -17,6 +17,9 @@ inline constexpr const char16_t* catalogueFile = u"Korvanta.tam";
 // A made-up language: half as long again as English, with letters that English has not.
 inline constexpr const char16_t* pseudo = u"pseudo";
 
+// Another one, in which each text has three hundred characters more.
+inline constexpr const char16_t* endless = u"endless";
+
 // The bytes of the catalogue that is shipped.
 inline std::string ShippedBytes() {
     std::ifstream file(KORVANTA_CATALOGUE, std::ios::binary);
@@ -52,13 +55,18 @@ inline std::u16string PseudoText(const std::u16string& english) {
     return Trim(text);
 }
 
-// The shipped catalogue, and the made-up language behind it.
+// The shipped catalogue, and the made-up languages behind it.
 inline std::u16string WithPseudo() {
     std::vector<fakes::ProgramText> texts = fakes::ProgramTexts();
+    std::vector<fakes::ProgramText> longTexts = texts;
     for (fakes::ProgramText& text : texts) {
         text.text = PseudoText(text.text);
     }
-    return ShippedText() + u"\n" + fakes::CatalogueOf(section, pseudo, texts);
+    for (fakes::ProgramText& text : longTexts) {
+        text.text += std::u16string(150, u'x') + u" " + std::u16string(149, u'x');
+    }
+    return ShippedText() + u"\n" + fakes::CatalogueOf(section, pseudo, texts) + u"\n" +
+           fakes::CatalogueOf(section, endless, longTexts);
 }
 
 }  // namespace korvanta::languages
