@@ -54,6 +54,10 @@ class KeyboardTest : public SystemTest {
         ASSERT_TRUE(DialogOffers(L"Keys.doc"));
         ASSERT_TRUE(Keyboard::BringToForeground(Dialog()));
         ASSERT_TRUE(WaitFor([&] { return Keyboard::Focus(Dialog()).Exists(); })) << "something has the focus";
+        RestHands();
+    }
+    // For so long that a window which has come up by itself takes the next key for its own.
+    static void RestHands() {
         const DWORD start = GetTickCount();
         WaitFor([&] { return GetTickCount() - start > 600; });
     }
@@ -286,6 +290,8 @@ TEST_F(KeyboardTest, CancelAndTheMessageAfterItAreAnsweredWithKeysAlone) {
     ASSERT_TRUE(message);
     EXPECT_FALSE(Dialog().Visible());
     ASSERT_TRUE(WaitFor([&] { return message->HasKeyboard(); }));
+    // On a busy machine the message may come so late that it counts as unasked.
+    RestHands();
     Keyboard::Press(VK_RETURN);
     EXPECT_TRUE(WaitFor([&] { return driver::MessageWindowsOf(Client().ProcessId()).empty(); }));
     EXPECT_TRUE(Server().NotificationNames().empty());
