@@ -75,10 +75,8 @@ void clsTLXPrefs::LastSearchRemember(bool remember) {
 }
 
 bool clsTLXPrefs::Save() {
-    if (!settled_) {
-        TakeOverStored();
-    }
-    const bool server = StorePrefs(serverPath_);
+    const bool mayReplace = settled_ || TakeOverStored();
+    const bool server = mayReplace && StorePrefs(serverPath_);
     const bool local = ReplaceLocalCopy();
     settled_ = settled_ || server;
     localCopyIsOwn_ = localCopyIsOwn_ || local;
@@ -94,15 +92,21 @@ bool clsTLXPrefs::ReplaceLocalCopy() {
 }
 
 // A server that was down when the program started would otherwise lose what the user had chosen on other machines.
-void clsTLXPrefs::TakeOverStored() {
-    settled_ = TakeOver(serverPath_) || (!localCopyIsOwn_ && TakeOver(localPath_));
+// False while the server's copy is there and cannot be read: it waits for another Save.
+bool clsTLXPrefs::TakeOverStored() {
+    settled_ = TakeOver(serverPath_);
+    const bool inDoubt = !settled_ && unreadable_;
+    settled_ = settled_ || (!localCopyIsOwn_ && TakeOver(localPath_));
+    return settled_ || !inDoubt;
 }
 
 // What was stored comes first in the lists; of the other values those count that were set here. The lists stay the
 // objects that they are.
 bool clsTLXPrefs::TakeOver(const std::u16string& path) {
     clsTLXPrefs stored(*this);
-    if (!stored.LoadPrefs(path)) {
+    const bool loaded = stored.LoadPrefs(path);
+    unreadable_ = stored.unreadable_;
+    if (!loaded) {
         return false;
     }
     const std::vector<Variant> preferred = preferred_->Items();
@@ -173,6 +177,7 @@ void clsTLXPrefs::RemovePreferred(const std::set<std::int32_t>& accountIds) {
 
 bool clsTLXPrefs::ReadPrefsFile(const std::u16string& path) {
     keys_.Clear();
+    unreadable_ = false;
     try {
         TextInput file = TextInput::OpenUtf16(files_, path);
         while (!file.AtEnd()) {
@@ -183,6 +188,9 @@ bool clsTLXPrefs::ReadPrefsFile(const std::u16string& path) {
             }
             keys_.Set(fields[0], fields[1]);
         }
+    } catch (const Error& error) {
+        unreadable_ = error.Number() == errorNumber::permissionDenied || error.Number() == errorNumber::deviceError;
+        return false;
     } catch (const std::exception&) {
         return false;
     }

@@ -35,7 +35,8 @@ class clsTLXPrefs {
 
     // Writes the server copy, then the local copy; false when either write failed. The local copy is replaced once the
     // new one is complete, so that the preferences outlive a save during which nothing can be written. When neither
-    // copy could be read so far, but one can be now, what it holds is taken over first.
+    // copy could be read so far, but one can be now, what it holds is taken over first. As long as the server's is
+    // there and cannot be read (70, 57), it is not written over, which counts as a failure.
     bool Save();
 
     // -1 when there is no history.
@@ -52,7 +53,7 @@ class clsTLXPrefs {
     bool LoadPrefs(const std::u16string& path);
     bool StorePrefs(const std::u16string& path);
     bool ReplaceLocalCopy();
-    void TakeOverStored();
+    bool TakeOverStored();
     bool TakeOver(const std::u16string& path);
     std::u16string ValueOf(const std::u16string& key, const std::u16string& absent) const;
     bool ReadIds(const std::u16string& key, std::shared_ptr<List>& list);
@@ -67,6 +68,7 @@ class clsTLXPrefs {
     // Whether what is stored is known here: it was read, or it comes from here.
     bool settled_ = false;
     bool localCopyIsOwn_ = false;
+    bool unreadable_ = false;  // the file that was read last is there, but was not to be read
 };
 
 }  // namespace korvanta

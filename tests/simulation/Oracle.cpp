@@ -232,7 +232,7 @@ void Oracle::ProgramEnded() {
         state.blind = false;
     }
     for (Job& job : jobs_) {
-        if (job.seen && job.notified + job.told == 0) {
+        if ((job.seen || job.offered != 0) && job.notified + job.told == 0) {
             job.clientEnded = true;
         }
     }
@@ -330,10 +330,10 @@ std::string Oracle::Judge(const Job& job, std::map<std::string, int>& rules) {
         ++rules[job.cut ? rule::askedAgainCut : rule::askedAgain];
         return "";
     }
-    if (!job.seen) {
-        if (job.offered != 0) {
-            return job.maybeSilent ? JudgeEnd(job) : "was offered although the program cannot know it";
-        }
+    if (!job.seen && job.offered != 0 && !job.maybeSilent) {
+        return "was offered although the program cannot know it";
+    }
+    if (!job.seen && job.offered == 0) {
         if (job.why.empty()) {
             return "was never seen";
         }

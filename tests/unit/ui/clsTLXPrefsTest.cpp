@@ -357,6 +357,20 @@ TEST_F(PrefsTest, WhatCouldNotBeReadAtTheStartIsNotOverwrittenBySave) {
     EXPECT_NE(files.ReadUtf16(server).find(u"other\u0001kept\r\n"), std::u16string::npos);
 }
 
+TEST_F(PrefsTest, AServersCopyThatStillCannotBeReadWaitsForALaterSave) {
+    files.WriteUtf16(server, u"preferred\u000150,51\r\n");
+    files.Down(u"SRV");
+    clsTLXPrefs prefs = Load();
+    prefs.AddPreferred(7);
+    files.Up(u"SRV");
+    for (const char* call : {"OpenForReading", "Read"}) {
+        files.faults.FailOnce(call, 1, windowsError::sharingViolation);
+        EXPECT_FALSE(prefs.Save()) << call;
+    }
+    EXPECT_TRUE(prefs.Save());
+    EXPECT_THAT(Numbers(Load().Preferred()), ElementsAre(50, 51, 7));
+}
+
 TEST_F(PrefsTest, ALocalCopyThatCouldNotBeReadAtTheStartIsNotOverwrittenBySave) {
     files.Down(u"SRV");
     WriteGoodLocal();
