@@ -10,8 +10,8 @@
 #include "common/List.h"
 #include "common/Services.h"
 #include "common/Text.h"
-#include "server/AccountSearch.h"
 #include "server/clsTLXAccounts.h"
+#include "server/search/AccountSearch.h"
 
 namespace korvanta::bench {
 

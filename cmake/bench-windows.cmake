@@ -1,7 +1,7 @@
 # The benchmarks under Windows or Wine; bench/run runs them.
 add_executable(windows_bench EXCLUDE_FROM_ALL bench/windows/windows_bench.cpp bench/windows/ScreenCases.cpp
                              bench/windows/StartCase.cpp bench/Cases.cpp bench/BareLoops.cpp
-                             src/platform/win32/resources.rc)
+                             src/platform/win32/resources/resources.rc)
 target_include_directories(windows_bench PRIVATE bench tests)
 target_link_libraries(windows_bench PRIVATE korvanta_win32 client_driver)
 add_executable(empty EXCLUDE_FROM_ALL WIN32 bench/windows/empty.cpp)

@@ -11,11 +11,11 @@ target_link_libraries(korvanta_fakes PUBLIC korvanta_portable GTest::gmock)
 add_executable(catalogue tools/catalogue/catalogue.cpp)
 target_link_libraries(catalogue PRIVATE korvanta_fakes)
 korvanta_catalogue(${CMAKE_BINARY_DIR}/Korvanta.tam)
-set_source_files_properties(tests/unit/app/catalogue_test.cpp tests/unit/app/layout_test.cpp
+set_source_files_properties(tests/unit/app/ShippedCatalogueTest.cpp tests/unit/app/LayoutTest.cpp
                             PROPERTIES COMPILE_DEFINITIONS KORVANTA_CATALOGUE="${CMAKE_BINARY_DIR}/Korvanta.tam")
 
-foreach(room controls common server detection ui app)
-  file(GLOB test_sources CONFIGURE_DEPENDS tests/unit/${room}/*.cpp)
+foreach(room controls common translation server detection ui app)
+  file(GLOB_RECURSE test_sources CONFIGURE_DEPENDS tests/unit/${room}/*.cpp)
   if(test_sources)
     add_executable(unit_${room} ${test_sources})
     target_link_libraries(unit_${room} PRIVATE korvanta_fakes GTest::gmock_main)

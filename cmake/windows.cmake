@@ -8,22 +8,22 @@ target_compile_options(korvanta_options INTERFACE -ffunction-sections -fdata-sec
 target_link_options(korvanta_options INTERFACE -fstack-protector-strong)
 # Small code, but for what works through whole account lists.
 target_compile_options(korvanta_options INTERFACE $<$<NOT:$<CONFIG:Debug>>:-Os>)
-file(GLOB fast_sources CONFIGURE_DEPENDS src/common/*.cpp src/controls/Grid.cpp src/server/Account*.cpp
+file(GLOB fast_sources CONFIGURE_DEPENDS src/common/*.cpp src/controls/Grid.cpp src/server/search/*.cpp
      src/server/cls*Account*.cpp src/ui/AccountViews.cpp src/ui/ctlAccountList.cpp)
 set_source_files_properties(${fast_sources} PROPERTIES COMPILE_OPTIONS $<$<NOT:$<CONFIG:Debug>>:-O2>)
 # GCC 12 takes some harmless joining of texts for copying within one text.
 target_compile_options(korvanta_options INTERFACE -Wno-restrict)
 
 # The room that knows Windows; the program and the tests of its services are built on it.
-file(GLOB win32_sources CONFIGURE_DEPENDS src/platform/win32/*.cpp)
+file(GLOB win32_sources CONFIGURE_DEPENDS src/platform/win32/*/*.cpp)
 add_library(korvanta_win32 STATIC ${win32_sources})
 target_link_libraries(korvanta_win32 PUBLIC korvanta_portable comctl32 gdi32 ole32 shell32 wininet winspool wsock32)
 
 # What a resource script takes in is not seen by the build otherwise.
-file(GLOB resource_files CONFIGURE_DEPENDS src/platform/win32/*.ico src/platform/win32/*.manifest)
-set_source_files_properties(src/platform/win32/resources.rc PROPERTIES OBJECT_DEPENDS
-  "${resource_files};${CMAKE_CURRENT_SOURCE_DIR}/src/platform/win32/Resources.h")
-add_executable(KorvantaClient WIN32 src/WinMain.cpp src/platform/win32/resources.rc)
+file(GLOB resource_files CONFIGURE_DEPENDS src/platform/win32/resources/*.ico src/platform/win32/resources/*.manifest)
+set_source_files_properties(src/platform/win32/resources/resources.rc PROPERTIES OBJECT_DEPENDS
+  "${resource_files};${CMAKE_CURRENT_SOURCE_DIR}/src/platform/win32/resources/Resources.h")
+add_executable(KorvantaClient WIN32 src/WinMain.cpp src/platform/win32/resources/resources.rc)
 target_link_libraries(KorvantaClient PRIVATE korvanta_win32)
 target_link_options(KorvantaClient PRIVATE -static -Wl,--gc-sections -Wl,--tsaware -Wl,--no-insert-timestamp)
 set_target_properties(KorvantaClient PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)

@@ -2,11 +2,11 @@
 
 #include <cstdlib>
 
-#include "app/CatalogueTranslator.h"
 #include "app/basKorvanta.h"
-#include "platform/win32/LibrarySearch.h"
-#include "platform/win32/WindowsPeerFactory.h"
-#include "platform/win32/WindowsPlatform.h"
+#include "platform/win32/calls/LibrarySearch.h"
+#include "platform/win32/peers/WindowsPeerFactory.h"
+#include "platform/win32/services/WindowsPlatform.h"
+#include "translation/CatalogueTranslator.h"
 
 // The library's own handler spells out the exception's type, with code that is a twentieth of the program, to an error
 // output that a program with windows does not have.

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "Cases.h"
-#include "platform/win32/WindowsPlatform.h"
+#include "platform/win32/services/WindowsPlatform.h"
 
 namespace korvanta::bench {
 

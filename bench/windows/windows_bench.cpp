@@ -13,7 +13,7 @@
 #include "Cases.h"
 #include "ScreenCases.h"
 #include "StartCase.h"
-#include "platform/win32/WindowsPlatform.h"
+#include "platform/win32/services/WindowsPlatform.h"
 
 namespace {
 

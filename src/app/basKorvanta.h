@@ -12,7 +12,6 @@
 #include "app/clsSetupTxt.h"
 #include "app/frmMain.h"
 #include "app/frmMessages.h"
-#include "common/Translator.h"
 #include "common/clsRegSettings.h"
 #include "detection/clsPrintJobMatcher.h"
 #include "detection/clsPrintersMonitored.h"
@@ -21,6 +20,7 @@
 #include "server/clsClientSettings.h"
 #include "server/clsServerInterfaces.h"
 #include "server/clsTLXAccounts.h"
+#include "translation/Translator.h"
 #include "ui/clsTLXPrefs.h"
 #include "ui/frmAccountNumber.h"
 

@@ -7,14 +7,14 @@
 
 #include "app/StatusForm.h"
 #include "app/basLog.h"
-#include "common/MessageTexts.h"
-#include "common/Translator.h"
 #include "detection/IJobDetectionEventSink.h"
 #include "detection/IJobDetectionObject.h"
 #include "detection/clsPrintJobMatcher.h"
 #include "detection/clsPrintersMonitored.h"
 #include "platform/Platform.h"
 #include "server/clsClientSettings.h"
+#include "translation/MessageTexts.h"
+#include "translation/Translator.h"
 #include "ui/frmAccountNumber.h"
 
 namespace korvanta {

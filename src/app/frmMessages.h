@@ -2,9 +2,9 @@
 
 #include <string_view>
 
-#include "common/MessageTexts.h"
-#include "common/Translator.h"
 #include "controls/Form.h"
+#include "translation/MessageTexts.h"
+#include "translation/Translator.h"
 
 namespace korvanta {
 

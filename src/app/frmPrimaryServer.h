@@ -2,11 +2,11 @@
 
 #include <string>
 
-#include "common/MessageTexts.h"
 #include "common/Services.h"
-#include "common/Translator.h"
 #include "controls/Form.h"
 #include "platform/Platform.h"
+#include "translation/MessageTexts.h"
+#include "translation/Translator.h"
 #include "ui/HLine.h"
 #include "ui/ctlBanner.h"
 

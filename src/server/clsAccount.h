@@ -5,23 +5,9 @@
 #include <string_view>
 
 #include "common/Object.h"
+#include "server/search/AccountFields.h"
 
 namespace korvanta {
-
-// What a string form says: the first eight fields joined by fieldSeparator. The texts are pieces of it.
-struct AccountFields {
-    std::int32_t accountId = 0;
-    bool isMain = false;
-    std::u16string_view mainTitle;
-    std::u16string_view subTitle;
-    bool isActive = false;
-    bool allowNoninvoiceable = false;
-    std::int16_t requireComment = 0;
-    std::u16string_view password;
-};
-// Raises Error 9 "Subscript out of range" for a missing field, 13 or 6 for a number that is none or too large. What
-// follows the eighth field is ignored.
-AccountFields ParseAccount(std::u16string_view stringForm);
 
 // One account to which a print job can be charged: a main account, or a sub-account of the main account above it.
 class clsAccount : public Object {

@@ -3,13 +3,13 @@
 #include <cstdint>
 #include <string>
 
-#include "common/MessageTexts.h"
 #include "common/TextStream.h"
 #include "controls/Event.h"
 #include "platform/FileSystem.h"
 #include "platform/Internet.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
+#include "translation/MessageTexts.h"
 
 namespace korvanta {
 

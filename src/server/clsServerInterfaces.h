@@ -5,13 +5,13 @@
 #include <memory>
 #include <string>
 
-#include "common/MessageTexts.h"
 #include "common/Services.h"
 #include "platform/FileSystem.h"
 #include "platform/Internet.h"
 #include "platform/MessageBoxes.h"
 #include "platform/MessageLoop.h"
 #include "server/IServerInterface.h"
+#include "translation/MessageTexts.h"
 
 namespace korvanta {
 

@@ -9,8 +9,8 @@
 #include "common/Services.h"
 #include "platform/FileSystem.h"
 #include "platform/Mutex.h"
-#include "server/AccountTable.h"
 #include "server/clsAccount.h"
+#include "server/search/AccountTable.h"
 
 namespace korvanta {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "common/Translator.h"
 #include "controls/Form.h"
 #include "platform/TextMeasure.h"
+#include "translation/Translator.h"
 #include "ui/HLine.h"
 #include "ui/ctlAccountList.h"
 #include "ui/ctlBanner.h"

@@ -3,7 +3,7 @@
 #include <set>
 
 #include "common/Guarded.h"
-#include "server/AccountSearch.h"
+#include "server/search/AccountSearch.h"
 
 namespace korvanta {
 

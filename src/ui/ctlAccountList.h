@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "common/Translator.h"
 #include "controls/Grid.h"
 #include "server/clsAccount.h"
+#include "translation/Translator.h"
 
 namespace korvanta {
 

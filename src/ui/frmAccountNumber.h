@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "common/List.h"
-#include "common/MessageTexts.h"
 #include "common/clsRegSettings.h"
 #include "detection/clsJobInfo.h"
 #include "platform/Platform.h"
 #include "server/clsAccountNotification.h"
 #include "server/clsChargeRates.h"
 #include "server/clsClientSettings.h"
+#include "translation/MessageTexts.h"
 #include "ui/AccountNumberForm.h"
 #include "ui/AccountViews.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/Translator.h"
+#include "translation/Translator.h"
 
 namespace korvanta::fakes {
 

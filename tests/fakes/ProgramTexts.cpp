@@ -4,10 +4,10 @@
 
 #include "app/basKorvanta.h"
 #include "common/Deployment.h"
-#include "common/FormTexts.h"
 #include "common/Text.h"
 #include "fakes/FakePeers.h"
 #include "fakes/FakePlatform.h"
+#include "translation/FormTexts.h"
 
 namespace korvanta::fakes {
 

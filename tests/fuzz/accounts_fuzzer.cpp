@@ -1,14 +1,15 @@
 // Accounts.txt: every account loaded lies in the file, in the file's groups, is found by its own title, and comes the
 // same from the local copy.
-// Aims at: server/clsTLXAccounts.cpp server/clsAccount.cpp server/AccountTable.cpp server/AccountSearch.cpp
+// Aims at: server/clsTLXAccounts.cpp server/clsAccount.cpp server/search/AccountTable.cpp
+// server/search/AccountSearch.cpp
 #include <algorithm>
 
 #include "common/Text.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/FakeTraceLog.h"
 #include "fuzz/Fuzzing.h"
-#include "server/AccountSearch.h"
 #include "server/clsTLXAccounts.h"
+#include "server/search/AccountSearch.h"
 
 namespace korvanta {
 namespace {

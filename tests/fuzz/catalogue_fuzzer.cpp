@@ -1,18 +1,18 @@
 // The translation catalogue: which texts it has for which names, that the rest is passed over, that its texts written
 // anew read the same, and that a form has afterwards no text but its own and the catalogue's.
-// Aims at: common/Catalogue.cpp app/CatalogueTranslator.cpp common/FormTexts.cpp
-#include "common/Catalogue.h"
+// Aims at: translation/Catalogue.cpp translation/CatalogueTranslator.cpp translation/FormTexts.cpp
+#include "translation/Catalogue.h"
 
 #include <algorithm>
 #include <cctype>
 
-#include "app/CatalogueTranslator.h"
 #include "app/frmMessages.h"
-#include "common/FormTexts.h"
 #include "common/Text.h"
 #include "fakes/FakePlatform.h"
 #include "fakes/PlainTranslator.h"
 #include "fuzz/Fuzzing.h"
+#include "translation/CatalogueTranslator.h"
+#include "translation/FormTexts.h"
 
 namespace korvanta {
 namespace {

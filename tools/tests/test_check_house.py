@@ -14,7 +14,7 @@ class CheckHouse(unittest.TestCase):
         (self.top / ".clang-format").write_text((REPOSITORY / ".clang-format").read_text())
         self.write("common/Text.h", "#pragma once\n\n#include <string>\n")
         self.write("platform/Clock.h", "#pragma once\n")
-        self.write("platform/win32/Clock.cpp", "#include <windows.h>\n\n#include \"platform/Clock.h\"\n\nHWND window;\n")
+        self.write("platform/win32/services/Clock.cpp", "#include <windows.h>\n\n#include \"platform/Clock.h\"\n\nHWND window;\n")
         self.write("WinMain.cpp", "#include <windows.h>\n\n#include \"app/basKorvanta.h\"\n")
         self.write("app/basKorvanta.h", "#pragma once\n\n#include \"common/Text.h\"\n")
 
@@ -50,12 +50,26 @@ class CheckHouse(unittest.TestCase):
         self.assert_breach("src/controls/Wrong.h:2", "common is above controls")
 
     def test_adapter_may_not_know_common(self):
-        self.write("platform/win32/Wrong.cpp", "#include \"common/Text.h\"\n")
-        self.assert_breach("src/platform/win32/Wrong.cpp:1", "may include only platform and controls")
+        self.write("platform/win32/services/Wrong.cpp", "#include \"common/Text.h\"\n")
+        self.assert_breach("src/platform/win32/services/Wrong.cpp:1", "may include only platform and controls")
+
+    def test_calls_may_not_know_services(self):
+        self.write("platform/win32/services/Fonts.h", "#pragma once\n")
+        self.write("platform/win32/calls/Wrong.h", "#pragma once\n\n#include \"platform/win32/services/Fonts.h\"\n")
+        self.assert_breach("src/platform/win32/calls/Wrong.h:3", "platform/win32/services is above platform/win32/calls")
+
+    def test_search_may_not_know_the_rest_of_server(self):
+        self.write("server/clsAccount.h", "#pragma once\n")
+        self.write("server/search/Wrong.h", "#pragma once\n\n#include \"server/clsAccount.h\"\n")
+        self.assert_breach("src/server/search/Wrong.h:3", "server is above server/search")
+
+    def test_file_outside_the_rooms(self):
+        self.write("helpers/Wrong.h", "#pragma once\n")
+        self.assert_breach("src/helpers/Wrong.h:1", "helpers is no room of the house")
 
     def test_room_may_not_know_the_adapter(self):
-        self.write("platform/win32/Fonts.h", "#pragma once\n")
-        self.write("ui/Wrong.cpp", "#include \"platform/win32/Fonts.h\"\n")
+        self.write("platform/win32/services/Fonts.h", "#pragma once\n")
+        self.write("ui/Wrong.cpp", "#include \"platform/win32/services/Fonts.h\"\n")
         self.assert_breach("src/ui/Wrong.cpp:1", "only WinMain")
 
     def test_two_files_that_include_each_other(self):

@@ -10,12 +10,12 @@
 
 #include "controls/Form.h"
 #include "controls/Grid.h"
-#include "platform/win32/DialogWindows.h"
-#include "platform/win32/Fonts.h"
-#include "platform/win32/MessageGuard.h"
-#include "platform/win32/TextCalls.h"
-#include "platform/win32/WindowsMessageLoop.h"
-#include "platform/win32/WindowsPeerFactory.h"
+#include "platform/win32/calls/TextCalls.h"
+#include "platform/win32/peers/WindowsPeerFactory.h"
+#include "platform/win32/services/DialogWindows.h"
+#include "platform/win32/services/Fonts.h"
+#include "platform/win32/services/MessageGuard.h"
+#include "platform/win32/services/WindowsMessageLoop.h"
 
 namespace korvanta {
 

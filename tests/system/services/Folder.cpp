@@ -4,8 +4,8 @@
 
 #include <stdexcept>
 
-#include "platform/win32/TextCalls.h"
-#include "platform/win32/WindowsFileSystem.h"
+#include "platform/win32/calls/TextCalls.h"
+#include "platform/win32/services/WindowsFileSystem.h"
 
 using korvanta::textCalls::Wide;
 

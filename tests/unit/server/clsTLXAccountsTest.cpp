@@ -3,7 +3,7 @@
 #include <new>
 
 #include "ServerFixture.h"
-#include "server/AccountSearch.h"
+#include "server/search/AccountSearch.h"
 
 namespace korvanta {
 namespace {

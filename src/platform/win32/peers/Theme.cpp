@@ -1,0 +1,42 @@
+#include "platform/win32/peers/Theme.h"
+
+#include "platform/win32/calls/LateCall.h"
+
+namespace korvanta {
+
+namespace {
+
+constexpr const char* themeLibrary = "uxtheme.dll";
+constexpr int tabPane = 9;  // TABP_PANE
+
+using ThemedCall = BOOL(WINAPI*)();
+using OpenCall = HANDLE(WINAPI*)(HWND, const wchar_t*);
+using CloseCall = HRESULT(WINAPI*)(HANDLE);
+using DrawCall = HRESULT(WINAPI*)(HANDLE, HDC, int, int, const RECT*, const RECT*);
+
+}  // namespace
+
+TabTheme::TabTheme(HWND window) {
+    // A program may be themed while its own controls, made by an older library, are not: both are asked.
+    const auto isThemed = LateCall<ThemedCall>(themeLibrary, "IsThemeActive");
+    const auto isProgramThemed = LateCall<ThemedCall>(themeLibrary, "IsAppThemed");
+    const auto open = LateCall<OpenCall>(themeLibrary, "OpenThemeData");
+    if (isThemed && isProgramThemed && open && isThemed() && isProgramThemed()) {
+        theme_ = open(window, L"TAB");
+    }
+}
+
+TabTheme::~TabTheme() {
+    const auto close = LateCall<CloseCall>(themeLibrary, "CloseThemeData");
+    if (theme_ && close) {
+        close(theme_);
+    }
+}
+
+void TabTheme::DrawPage(HDC context, const RECT& page) const {
+    if (const auto draw = LateCall<DrawCall>(themeLibrary, "DrawThemeBackground")) {
+        draw(theme_, context, tabPane, 0, &page, nullptr);
+    }
+}
+
+}  // namespace korvanta

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "controls/Controls.h"
+#include "platform/win32/peers/ControlWindow.h"
+
+namespace korvanta {
+
+// Enter presses the button that has the focus, and the form's default button when no button has it; the one that would
+// be pressed has the heavy border.
+class WindowsCommandButton : public ControlWindow {
+  public:
+    WindowsCommandButton(CommandButton& button, HostWindow& host);
+    void Commanded(int code) override;
+    HBRUSH Colors(HDC context) override { return TransparentColors(context); }
+
+  protected:
+    LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  private:
+    bool IsInside(LPARAM position) const;
+    void ShowDefault(bool isDefault);
+    void FocusCameOrWent(bool came);
+
+    CommandButton& button_;
+    bool changingStyle_ = false;
+};
+
+class WindowsCheckBox : public ControlWindow {
+  public:
+    WindowsCheckBox(CheckBox& checkBox, HostWindow& host);
+    void Changed(Aspect aspect) override;
+    void Commanded(int code) override;
+    HBRUSH Colors(HDC context) override { return TransparentColors(context); }
+
+  private:
+    void ShowValue() const;
+
+    CheckBox& checkBox_;
+};
+
+}  // namespace korvanta

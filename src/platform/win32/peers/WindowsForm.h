@@ -1,0 +1,93 @@
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <vector>
+
+#include "controls/Form.h"
+#include "controls/KeyGuard.h"
+#include "platform/win32/peers/HostWindow.h"
+
+namespace korvanta {
+
+// The top-level window of a form.
+class WindowsForm : public FormPeer, public HostWindow {
+  public:
+    WindowsForm(Form& form, std::shared_ptr<ProgramWindows> program);
+    WindowsForm(const WindowsForm&) = delete;
+    WindowsForm& operator=(const WindowsForm&) = delete;
+    ~WindowsForm() override;
+
+    void Changed(Aspect aspect) override;
+    void TakeFocus() override;
+    void Repaint() override;
+    void Show() override;
+    void ShowModal() override;
+    void Hide() override;
+    void BringToForeground() override;
+    void Flash() override;
+    void ShowPopup(PopupMenu& menu) override;
+    WindowId Window() override { return reinterpret_cast<WindowId>(windows_->window); }
+
+    HWND Window() const override { return windows_->window; }
+    const std::shared_ptr<FormWindows>& Windows() const override { return windows_; }
+    const Container& Content() const override { return form_; }
+    bool Textured() const override { return false; }
+    void PaintBackground(HDC context) const override;
+
+  private:
+    // One modal show: the windows it keeps from input, and whether it is over.
+    struct Modal {
+        std::vector<HWND> disabled;
+        bool over = false;
+        void End();
+    };
+
+    static LRESULT CALLBACK EveryMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam);
+    // The window as such, the user's commands, and its looks. True when `result` is the answer.
+    bool HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    bool HandleEnding(UINT message, WPARAM wParam, LRESULT& result);
+    bool HandleDialog(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    bool HandleLooks(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+
+    // Whether the input is not for this form; see KeyGuard.
+    bool KeepsOut(const MSG& input);
+    bool SwitchesTab(const MSG& input) const;
+    void NoteActivation(bool byClick, HWND before);
+
+    void CreateFormWindow();
+    // Takes the resolution of the screen that the window is on, for all windows of the program.
+    void FollowScreen();
+    void TakeResolution(int dotsPerInch);
+    void FontsChanged();
+    void ShowIcons();
+    void ReportPlace();
+    void ShowPlace();
+    void LimitSize(MINMAXINFO& limits) const;
+    void ShowPointer() const;
+    void Command(int identifier, int code);
+    void ChooseEntry(int position);
+    PopupMenu* MenuOfForm() const;
+    void SaveFocus();
+    void RestoreFocus();
+    // At once, or when the form is next active: a form must not push itself in front of others for it.
+    void MoveFocus(HWND control);
+
+    Form& form_;
+    std::shared_ptr<FormWindows> windows_;
+    std::shared_ptr<Modal> modal_;
+    KeyGuard guard_;
+    IconHandle bigIcon_;
+    IconHandle smallIcon_;
+    UINT taskbarCreated_;
+    HWND focus_ = nullptr;       // the control that has it when the form is active
+    PopupMenu* menu_ = nullptr;  // shown last
+    bool menuIsUp_ = false;
+    int chosenEntry_ = -1;  // while the menu is up: by a command from outside
+    bool wasShown_ = false;
+    bool placing_ = false;  // the form's own wish for a place is under way
+};
+
+}  // namespace korvanta

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "controls/Controls.h"
+#include "platform/win32/peers/ControlWindow.h"
+
+namespace korvanta {
+
+class WindowsTextBox : public ControlWindow {
+  public:
+    WindowsTextBox(TextBox& textBox, HostWindow& host);
+    void Commanded(int code) override;
+    HBRUSH Colors(HDC context) override { return OwnColors(context); }
+
+  protected:
+    LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void ShowCaption() override;
+
+  private:
+    LRESULT KeyDown(WPARAM wParam, LPARAM lParam);
+
+    TextBox& textBox_;
+    bool showing_ = false;           // the change comes from the program
+    bool swallowCharacter_ = false;  // the one that comes next: its key has been swallowed
+};
+
+}  // namespace korvanta

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/win32/calls/Handles.h"
+
+namespace korvanta {
+
+// The font of the program's windows (the user's message font), and the resolution of the screen that they are on. At
+// first that is the resolution which the system had when the user logged on.
+class Fonts {
+  public:
+    Fonts();
+
+    // Takes the user's font as it is now, in that resolution. The fonts that were there until now stay valid until the
+    // next call, so that windows can be given the new ones.
+    void Take(int dotsPerInch);
+
+    HFONT Normal() const { return normal_.Get(); }
+    HFONT Bold() const { return bold_.Get(); }
+    HFONT Get(bool bold) const { return bold ? Bold() : Normal(); }
+
+    int DotsPerInch() const { return dotsPerInch_; }
+    // Rounded to the nearest; 1440 twips are an inch.
+    int Pixels(int twips) const { return ::MulDiv(twips, dotsPerInch_, twipsPerInch); }
+    int Twips(int pixels) const { return ::MulDiv(pixels, twipsPerInch, dotsPerInch_); }
+    // A measure that Windows tells for the system's resolution (GetSystemMetrics).
+    int Metric(int index) const { return ::MulDiv(::GetSystemMetrics(index), dotsPerInch_, systemDotsPerInch_); }
+
+    static constexpr int twipsPerInch = 1440;
+
+  private:
+    FontHandle normal_;
+    FontHandle bold_;
+    FontHandle normalBefore_;
+    FontHandle boldBefore_;
+    int systemDotsPerInch_ = 96;
+    int dotsPerInch_ = 96;
+};
+
+}  // namespace korvanta

@@ -1,0 +1,124 @@
+#include "platform/win32/services/MessageGuard.h"
+
+#include "platform/win32/calls/PlainWindows.h"
+#include "platform/win32/calls/TextCalls.h"
+
+namespace korvanta {
+
+namespace {
+
+// So long after what the user did he still waits for what comes of it.
+constexpr DWORD recently = 3'000;  // milliseconds
+constexpr const char* guardProperty = "Korvanta.MessageGuard";
+
+BOOL CALLBACK FindGuard(HWND window, LPARAM parameter) {
+    auto& found = *reinterpret_cast<HANDLE*>(parameter);
+    found = ::GetPropA(window, guardProperty);
+    return found == nullptr;
+}
+
+bool IsKey(UINT message) {
+    return message >= WM_KEYFIRST && message <= WM_KEYLAST;
+}
+
+bool IsPress(UINT message) {
+    return message == WM_LBUTTONDOWN || message == WM_NCLBUTTONDOWN;
+}
+
+}  // namespace
+
+bool KeepsOut(KeyGuard& guard, const MSG& input) {
+    const auto key = static_cast<int>(input.wParam & 0xFFU);
+    switch (input.message) {
+        case WM_KEYDOWN:
+        case WM_SYSKEYDOWN: {
+            constexpr LPARAM wasDown = 0x40000000;
+            return !guard.TakesPress(key, (input.lParam & wasDown) != 0, input.time);
+        }
+        case WM_KEYUP:
+        case WM_SYSKEYUP:
+            return !guard.TakesRelease(key);
+        default:
+            if (IsKey(input.message)) {
+                return !guard.TakesCharacter(input.time);
+            }
+            guard.TurnedTo(input.time);
+            return false;
+    }
+}
+
+// Sees the input of this thread's message boxes. A hook is told nothing but the message, so a hidden window of the
+// thread says whose it is.
+class MessageGuard::Watch {
+  public:
+    explicit Watch(MessageGuard& guard) : guard_(guard) {
+        const std::u16string className = u"Korvanta.MessageGuard";
+        RegisterPlainClass(className);
+        anchor_.Reset(textCalls::MakeWindow(WS_EX_TOOLWINDOW, textCalls::Wide(className), {}, WS_POPUP, 0, 0, 0, 0,
+                                            nullptr, nullptr, nullptr));
+        if (anchor_) {
+            ::SetPropA(anchor_.Get(), guardProperty, &guard);
+            hook_.Reset(::SetWindowsHookExA(WH_MSGFILTER, &MessageGuard::Filter, nullptr, ::GetCurrentThreadId()));
+        }
+        guard_.watch_ = this;
+    }
+    Watch(const Watch&) = delete;
+    Watch& operator=(const Watch&) = delete;
+    ~Watch() {
+        guard_.watch_ = nullptr;
+        hook_.Reset();
+        if (anchor_) {
+            ::RemovePropA(anchor_.Get(), guardProperty);
+        }
+    }
+
+    HHOOK Hook() const { return hook_.Get(); }
+
+  private:
+    MessageGuard& guard_;
+    WindowHandle anchor_;
+    Handle<HookTraits> hook_;
+};
+
+void MessageGuard::UserActed(DWORD time) {
+    lastAct_ = time;
+    acted_ = true;
+}
+
+bool MessageGuard::JustActed(DWORD now) const {
+    return acted_ && now - lastAct_ < recently;
+}
+
+int MessageGuard::Show(const std::function<int()>& showBox) {
+    const DWORD now = ::GetTickCount();
+    if (JustActed(now)) {
+        return showBox();
+    }
+    guard_.Activated(now, true);
+    if (watch_) {
+        return showBox();
+    }
+    const Watch watch(*this);
+    return showBox();
+}
+
+LRESULT CALLBACK MessageGuard::Filter(int code, WPARAM wParam, LPARAM lParam) {
+    HANDLE found = nullptr;
+    ::EnumThreadWindows(::GetCurrentThreadId(), &FindGuard, reinterpret_cast<LPARAM>(&found));
+    auto* self = static_cast<MessageGuard*>(found);
+    if (self && code == MSGF_DIALOGBOX && self->KeepsOut(*reinterpret_cast<const MSG*>(lParam))) {
+        return TRUE;
+    }
+    return ::CallNextHookEx(self && self->watch_ ? self->watch_->Hook() : nullptr, code, wParam, lParam);
+}
+
+bool MessageGuard::KeepsOut(const MSG& input) {
+    const bool forBox = (IsKey(input.message) || IsPress(input.message)) && MessageBoxOf(input.hwnd) != nullptr;
+    if (!forBox || korvanta::KeepsOut(guard_, input)) {
+        return forBox;
+    }
+    UserActed(input.time);
+    return false;
+}
+
+}  // namespace korvanta

@@ -1,0 +1,78 @@
+#include "platform/win32/services/WindowsMessageLoop.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "platform/win32/calls/TextCalls.h"
+#include "platform/win32/services/DialogWindows.h"
+
+namespace korvanta {
+
+namespace {
+
+constexpr DWORD leastPause = 10;  // milliseconds
+
+}  // namespace
+
+void WindowsMessageLoop::RunPending() {
+    using TimerName = std::pair<HWND, WPARAM>;
+    std::vector<TimerName> ticked;
+    MSG message;
+    while (textCalls::PeekNextMessage(message, PM_REMOVE)) {
+        bool last = message.message == WM_QUIT;
+        if (message.message == WM_TIMER) {
+            // A timer that is due again was not waiting when this began; a slow handler must not keep us here for ever.
+            const TimerName timer(message.hwnd, message.wParam);
+            last = std::find(ticked.begin(), ticked.end(), timer) != ticked.end();
+            ticked.push_back(timer);
+        }
+        Take(message);
+        if (last) {
+            break;
+        }
+    }
+    lastLook_ = ::GetTickCount();
+    looked_ = true;
+}
+
+void WindowsMessageLoop::RunPendingOften() {
+    if (!looked_ || ::GetTickCount() - lastLook_ >= leastPause) {
+        RunPending();
+    }
+}
+
+void WindowsMessageLoop::Run() {
+    RunWhile([] { return true; });
+}
+
+void WindowsMessageLoop::Quit() {
+    quitting_ = true;
+    ::PostQuitMessage(0);
+}
+
+void WindowsMessageLoop::RunWhile(const std::function<bool()>& goOn) {
+    MSG message;
+    while (!quitting_ && goOn()) {
+        if (textCalls::PeekNextMessage(message, PM_REMOVE)) {
+            Take(message);
+        } else if (goOn()) {
+            // Looking has handled what other threads sent, so the condition was asked again before this.
+            ::WaitMessage();
+        }
+    }
+}
+
+void WindowsMessageLoop::Take(tagMSG& message) {
+    if (message.message == WM_QUIT) {
+        // The loop that runs around this one must see it too.
+        quitting_ = true;
+        ::PostQuitMessage(static_cast<int>(message.wParam));
+    } else if (!dialogs_.Translate(message)) {
+        textCalls::Dispatch(message);
+    }
+}
+
+}  // namespace korvanta

@@ -1,0 +1,72 @@
+#include "platform/win32/services/WindowsPlatform.h"
+
+#include "platform/win32/services/DialogWindows.h"
+#include "platform/win32/services/Fonts.h"
+#include "platform/win32/services/MessageGuard.h"
+#include "platform/win32/services/WindowsClock.h"
+#include "platform/win32/services/WindowsCodePage.h"
+#include "platform/win32/services/WindowsFileSystem.h"
+#include "platform/win32/services/WindowsInternet.h"
+#include "platform/win32/services/WindowsMessageBoxes.h"
+#include "platform/win32/services/WindowsMessageLoop.h"
+#include "platform/win32/services/WindowsMutex.h"
+#include "platform/win32/services/WindowsRegistry.h"
+#include "platform/win32/services/WindowsScreen.h"
+#include "platform/win32/services/WindowsShell.h"
+#include "platform/win32/services/WindowsSockets.h"
+#include "platform/win32/services/WindowsSpooler.h"
+#include "platform/win32/services/WindowsSystem.h"
+#include "platform/win32/services/WindowsTextMeasure.h"
+#include "platform/win32/services/WindowsWaitableHandles.h"
+
+namespace korvanta {
+
+// In the order in which they build on each other.
+struct WindowsPlatform::Parts {
+    Fonts fonts;
+    DialogWindows dialogs;
+    MessageGuard messageGuard;
+    WindowsFileSystem files;
+    WindowsCodePage codePage;
+    WindowsRegistry registry;
+    WindowsSpooler spooler;
+    WindowsWaitableHandles waitableHandles;
+    WindowsMutexFactory mutexes;
+    WindowsSockets sockets;
+    WindowsShell shell;
+    WindowsSystem system;
+    WindowsClock clock;
+    WindowsMessageLoop messageLoop{dialogs};
+    WindowsInternet internet{messageLoop};
+    WindowsMessageBoxes messageBoxes{messageLoop, messageGuard};
+    WindowsScreen screen{fonts};
+    WindowsTextMeasure textMeasure{fonts};
+    Platform services{files, codePage, registry, spooler,      waitableHandles, mutexes, internet,   sockets,
+                      shell, system,   clock,    messageBoxes, messageLoop,     screen,  textMeasure};
+};
+
+WindowsPlatform::WindowsPlatform() : parts_(std::make_unique<Parts>()) {}
+
+WindowsPlatform::~WindowsPlatform() = default;
+
+Platform& WindowsPlatform::Services() {
+    return parts_->services;
+}
+
+Fonts& WindowsPlatform::DialogFonts() {
+    return parts_->fonts;
+}
+
+DialogWindows& WindowsPlatform::Dialogs() {
+    return parts_->dialogs;
+}
+
+MessageGuard& WindowsPlatform::GuardOfMessages() {
+    return parts_->messageGuard;
+}
+
+WindowsMessageLoop& WindowsPlatform::Loop() {
+    return parts_->messageLoop;
+}
+
+}  // namespace korvanta
