@@ -1,7 +1,7 @@
 // Accounts.txt: every account loaded lies in the file, in the file's groups, is found by its own title, and comes the
 // same from the local copy.
 // Aims at: server/clsTLXAccounts.cpp server/clsAccount.cpp server/search/AccountTable.cpp
-// server/search/AccountSearch.cpp
+// Aims at: server/search/AccountSearch.cpp
 #include <algorithm>
 
 #include "common/Text.h"
