@@ -10,7 +10,7 @@
 
 namespace korvanta::simulation {
 
-// The rules by which a job may stay unseen or be asked about twice; docs/administrators-guide.md explains them.
+// The rules by which a job may stay unseen or be asked about twice; docs/administration/outages.md explains them.
 namespace rule {
 inline constexpr const char* beforeMonitoring = "there before the client looked";
 inline constexpr const char* counterWrapped = "counter wrapped";

@@ -127,7 +127,7 @@ class Trial {
         }
     }
 
-    // A job may stay unseen for the reasons that docs/losses.md gives, and for no other.
+    // A job may stay unseen for the reasons that docs/administration/outages.md gives, and for no other.
     void CheckLoss(const std::u16string& document) {
         const bool byFile = world_.DetectionMethod() == Detection::File || world_.DetectionMethod() == Detection::HTTP;
         if (document != laterJob && detectorReplaced_) {
