@@ -83,6 +83,11 @@ class Documents(unittest.TestCase):
     def test_every_page_that_the_code_names_is_there(self):
         self.assertEqual(missing_pages(REPOSITORY), [])
 
+    def test_the_page_for_newcomers_fits_on_three_screens(self):
+        lines = (REPOSITORY / "HACKING.md").read_text("utf-8").splitlines()
+        self.assertLessEqual(len(lines), 150)
+        self.assertLessEqual(max(len(line) for line in lines if not line.startswith("|")), 120)
+
 
 class TheCheckItself(unittest.TestCase):
     def setUp(self):
