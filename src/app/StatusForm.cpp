@@ -6,25 +6,20 @@
 namespace korvanta {
 
 namespace {
-constexpr int margin = 180;
-constexpr int gap = 120;
-constexpr int smallGap = 45;
-constexpr int slack = 60;
-constexpr int smallestButton = 1260;
-constexpr int buttonRoom = 300;  // around its caption
-constexpr int columnGap = 120;
-// In letters. What is longer is cut off rather than widen the window beyond any screen.
+constexpr int margin = Measures::margin;
+constexpr int gap = Measures::gap;
+constexpr int smallGap = Measures::smallGap;
+// In letters.
 constexpr std::size_t longestText = 50;
 constexpr std::size_t longestHeading = 32;  // above dates
 constexpr std::size_t longestTask = 36;
-constexpr std::size_t longestButton = 35;
 const char16_t* const longDate = u"00.00.0000 00:00:00 AM";
 constexpr int smallestWidth = 8400;
 constexpr int listHeight = 1500;
 }  // namespace
 
 StatusForm::StatusForm(TextMeasure& textMeasure, const BannerServices& bannerServices)
-    : Form(u"frmMain"), ctlBanner1(u"ctlBanner1", bannerServices), textMeasure_(textMeasure) {
+    : Form(u"frmMain"), ctlBanner1(u"ctlBanner1", bannerServices), textMeasure_(textMeasure), measures_(textMeasure) {
     MeasureRows();
     Border(korvanta::BorderStyle::FixedDialog);
     ShowInTaskbar(false);
@@ -35,8 +30,8 @@ StatusForm::StatusForm(TextMeasure& textMeasure, const BannerServices& bannerSer
 }
 
 void StatusForm::MeasureRows() {
-    line_ = textMeasure_.LineHeight(false) + 30;
-    field_ = line_ + 105;
+    line_ = measures_.LineHeight();
+    field_ = measures_.FieldHeight();
 }
 
 void StatusForm::OnFontsChanged() {
@@ -114,23 +109,17 @@ std::array<int, StatusForm::columns> StatusForm::ColumnWidths() const {
     const auto room = [this](std::initializer_list<const Label*> labels, std::size_t longest = longestText) {
         int width = 0;
         for (const Label* label : labels) {
-            width = std::max(width, textMeasure_.Width(label->Caption(), label->Bold()));
+            width = std::max(width, measures_.CaptionWidth(*label, longest));
         }
-        return std::min(width, textMeasure_.LettersWidth(longest)) + slack + columnGap;
+        return width + gap;
     };
-    const int dates = textMeasure_.Width(longDate, false) + slack + columnGap;
+    const int dates = textMeasure_.Width(longDate, false) + Measures::slack + gap;
     return {room({&lblTask, &lblFullRefresh, &lblPrinterListScan, &lblServerHealthTest}, longestTask),
             std::max(room({&lblPerformed}, longestHeading), dates),
             room({&lblResult, &texts.lblRefreshExecuting, &texts.lblRefreshCompleted, &texts.lblExecuting,
                   &texts.lblPrinterListChanged, &texts.lblPrinterListUnchanged, &texts.lblServersValid,
                   &texts.lblServersInvalid}),
             std::max(room({&lblDue}, longestHeading), dates)};
-}
-
-int StatusForm::ButtonWidth() const {
-    const int longest = std::max(textMeasure_.Width(cmdRefresh.Caption(), false) + buttonRoom,
-                                 textMeasure_.Width(cmdClose.Caption(), false) + buttonRoom);
-    return std::max(std::min(longest, textMeasure_.LettersWidth(longestButton)), smallestButton);
 }
 
 int StatusForm::NormalWidth() const {
@@ -149,9 +138,7 @@ void StatusForm::OnResize() {
     const int right = width - margin;
     ctlBanner1.Move({0, 0, width, ctlBanner1.Position().height});
     int top = ctlBanner1.Position().Bottom() + gap;
-    const int methodWidth = std::min(textMeasure_.Width(lblJobDetectionMethodCaption.Caption(), false),
-                                     textMeasure_.LettersWidth(longestText)) +
-                            slack;
+    const int methodWidth = measures_.CaptionWidth(lblJobDetectionMethodCaption, longestText);
     lblJobDetectionMethodCaption.Move({margin, top, methodWidth, line_});
     lblJobDetectionMethod.Move({margin + methodWidth + gap, top, right - margin - methodWidth - gap, line_});
     top += line_ + gap;
@@ -161,9 +148,7 @@ void StatusForm::OnResize() {
     top += listHeight + gap;
     lblActivity.Move({margin, top, right - margin, line_});
     top += line_ + gap;
-    const int buttonWidth = ButtonWidth();
-    cmdClose.Move({right - buttonWidth, top, buttonWidth, field_});
-    cmdRefresh.Move({right - 2 * buttonWidth - gap, top, buttonWidth, field_});
+    measures_.PlaceButtons(cmdRefresh, cmdClose, right, top);
     top += field_ + gap;
 
     HLine1.Move({margin, top, right - margin, HLine1.Position().height});
@@ -178,7 +163,7 @@ void StatusForm::OnResize() {
     for (const auto& row : rows) {
         int left = margin;
         for (std::size_t column = 0; column < columns; ++column) {
-            row[column]->Move({left, top, widths[column] - columnGap, line_});
+            row[column]->Move({left, top, widths[column] - gap, line_});
             left += widths[column];
         }
         top += line_ + smallGap;

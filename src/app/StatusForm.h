@@ -7,6 +7,7 @@
 #include "controls/Form.h"
 #include "platform/TextMeasure.h"
 #include "ui/HLine.h"
+#include "ui/Measures.h"
 #include "ui/ctlBanner.h"
 
 namespace korvanta {
@@ -65,13 +66,13 @@ class StatusForm : public Form {
     void AddControls();
     static constexpr std::size_t columns = 4;
     std::array<int, columns> ColumnWidths() const;
-    int ButtonWidth() const;
     int NormalWidth() const;
     int NormalHeight() const;
 
     void MeasureRows();
 
     TextMeasure& textMeasure_;
+    Measures measures_;
     int line_ = 0;
     int field_ = 0;
 };

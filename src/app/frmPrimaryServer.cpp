@@ -9,16 +9,12 @@
 namespace korvanta {
 
 namespace {
-constexpr int margin = 180;
-constexpr int gap = 120;
+constexpr int margin = Measures::margin;
+constexpr int gap = Measures::gap;
 constexpr int wrapSlack = 90;
-constexpr int smallestButton = 1260;
-constexpr int buttonRoom = 300;  // around its caption
 constexpr int smallestWidth = 7200;
 constexpr int smallestField = 2400;
-// In letters. What is longer is cut off rather than widen the window beyond any screen and leave no room for the field.
-constexpr std::size_t longestCaption = 60;
-constexpr std::size_t longestButton = 35;
+constexpr std::size_t longestCaption = 60;  // in letters
 }  // namespace
 
 frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator& translator,
@@ -28,6 +24,7 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator
       ctlBanner1(u"ctlBanner1",
                  {platform.files, platform.codePage, platform.shell, platform.textMeasure, registrySettings}),
       platform_(platform),
+      measures_(platform.textMeasure),
       log_(log),
       translator_(translator),
       messages_(messages),
@@ -56,11 +53,10 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator
 
 // By the captions as they are now.
 void frmPrimaryServer::ChooseSize() {
-    const int line = platform_.textMeasure.LineHeight(false) + 30;
-    const int width =
-        std::max({smallestWidth, ctlBanner1.SmallestWidth(), CaptionWidth() + gap + smallestField + 2 * margin});
-    const int field = line + 105;
-    ClientSize(width, ctlBanner1.Position().height + ExplanationHeight(width) + 2 * field + 30 + 6 * gap);
+    const int width = std::max({smallestWidth, ctlBanner1.SmallestWidth(),
+                                measures_.CaptionWidth(lblServer, longestCaption) + gap + smallestField + 2 * margin});
+    ClientSize(width, ctlBanner1.Position().height + ExplanationHeight(width) + 2 * measures_.FieldHeight() +
+                          HLine1.Position().height + 4 * gap + margin);
 }
 
 // Room for the whole text, which breaks between words.
@@ -85,18 +81,6 @@ int frmPrimaryServer::ExplanationHeight(int clientWidth) const {
     return lines * measure.LineHeight(false) + gap;
 }
 
-int frmPrimaryServer::CaptionWidth() const {
-    return std::min(platform_.textMeasure.Width(lblServer.Caption(), false),
-                    platform_.textMeasure.LettersWidth(longestCaption)) +
-           60;
-}
-
-int frmPrimaryServer::ButtonWidth() const {
-    const int longest = std::max(platform_.textMeasure.Width(OKButton.Caption(), false) + buttonRoom,
-                                 platform_.textMeasure.Width(CancelButton.Caption(), false) + buttonRoom);
-    return std::max(std::min(longest, platform_.textMeasure.LettersWidth(longestButton)), smallestButton);
-}
-
 void frmPrimaryServer::OnTranslate() {
     translator_.Translate(*this);
     ChooseSize();
@@ -117,22 +101,20 @@ void frmPrimaryServer::OnFontsChanged() {
 }
 
 void frmPrimaryServer::PlaceControls() {
-    const int line = platform_.textMeasure.LineHeight(false) + 30;
-    const int field = line + 105;
+    const int line = measures_.LineHeight();
+    const int field = measures_.FieldHeight();
     const int right = ClientWidth() - margin;
     ctlBanner1.Move({0, 0, ClientWidth(), ctlBanner1.Position().height});
     int top = ctlBanner1.Position().Bottom() + gap;
     lblExplanation.Move({margin, top, right - margin, ExplanationHeight(ClientWidth())});
     top = lblExplanation.Position().Bottom() + gap;
-    const int captionWidth = CaptionWidth();
+    const int captionWidth = measures_.CaptionWidth(lblServer, longestCaption);
     lblServer.Move({margin, top + (field - line) / 2, captionWidth, line});
     const int boxLeft = margin + captionWidth + gap;
     txtServer.Move({boxLeft, top, right - boxLeft, field});
 
-    const int buttonWidth = ButtonWidth();
     const int buttonTop = ClientHeight() - margin - field;
-    CancelButton.Move({right - buttonWidth, buttonTop, buttonWidth, field});
-    OKButton.Move({right - 2 * buttonWidth - gap, buttonTop, buttonWidth, field});
+    measures_.PlaceButtons(OKButton, CancelButton, right, buttonTop);
     HLine1.Move({margin, buttonTop - gap - HLine1.Position().height, right - margin, HLine1.Position().height});
 }
 

@@ -8,6 +8,7 @@
 #include "translation/MessageTexts.h"
 #include "translation/Translator.h"
 #include "ui/HLine.h"
+#include "ui/Measures.h"
 #include "ui/ctlBanner.h"
 
 namespace korvanta {
@@ -39,8 +40,6 @@ class frmPrimaryServer : public Form {
 
   private:
     void ChooseSize();
-    int CaptionWidth() const;
-    int ButtonWidth() const;
     int ExplanationHeight(int clientWidth) const;
     void PlaceControls();
     void OK();
@@ -49,6 +48,7 @@ class frmPrimaryServer : public Form {
     void ShowMessage(const char16_t* label);
 
     Platform& platform_;
+    Measures measures_;
     TraceLog& log_;
     Translator& translator_;
     MessageTexts& messages_;

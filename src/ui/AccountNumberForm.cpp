@@ -6,16 +6,12 @@ namespace korvanta {
 
 namespace {
 
-constexpr int margin = 180;
-constexpr int gap = 105;
-constexpr int smallGap = 60;
-constexpr int slack = 60;  // beyond a caption's own width, for rounding and focus rectangles
+constexpr int margin = Measures::margin;
+constexpr int gap = Measures::gap;
+constexpr int smallGap = Measures::smallGap;
 constexpr int checkBoxRoom = 330;
-constexpr int smallestButton = 1260;
-constexpr int buttonRoom = 300;  // around its caption
 constexpr int tabRoom = 240;
-// In letters. What is longer is cut off rather than widen the window beyond any screen and leave no room for the
-// fields.
+// In letters.
 constexpr std::size_t longestLabel = 50;
 constexpr std::size_t longestLink = 75;
 constexpr std::size_t longestCheckBox = 100;
@@ -45,7 +41,8 @@ AccountNumberForm::AccountNumberForm(TextMeasure& textMeasure, Translator& trans
       ctlAccountListAll(u"ctlAccountListAll", translator),
       ctlAccountListPreferred(u"ctlAccountListPreferred", translator),
       ctlAccountListRecent(u"ctlAccountListRecent", translator),
-      textMeasure_(textMeasure) {
+      textMeasure_(textMeasure),
+      measures_(textMeasure) {
     GuardsKeys(true);
     SetCaptions();
     AddControls();
@@ -169,9 +166,7 @@ int AccountNumberForm::ArrangeJob(int top) {
 int AccountNumberForm::ArrangeCompletion() {
     const int right = ClientWidth() - margin;
     int top = ClientHeight() - margin - field_;
-    const int buttonWidth = ButtonWidth();
-    Put(cmdCancel, {right - buttonWidth, top, buttonWidth, field_});
-    Put(cmdOK, {right - 2 * buttonWidth - gap, top, buttonWidth, field_});
+    measures_.PlaceButtons(cmdOK, cmdCancel, right, top);
     Put(lblCommentMandatory, {margin, top, 0, line_});
 
     top -= gap + hlnButtons.Position().height;
@@ -237,8 +232,8 @@ void AccountNumberForm::ArrangePreferred(const Place& page) {
 
 // What the texts as they are now need: the heights of rows, and the least size at which everything has its room.
 void AccountNumberForm::Measure() {
-    line_ = std::max(textMeasure_.LineHeight(false), textMeasure_.LineHeight(true)) + 30;
-    field_ = line_ + 105;
+    line_ = measures_.LineHeight();
+    field_ = measures_.FieldHeight();
 
     int tabs = 0;
     for (const std::u16string& caption : tabView.Tabs()) {
@@ -254,7 +249,7 @@ void AccountNumberForm::Measure() {
                            gap + TextWidth(lblJobsQueuedCaption) + smallGap + CountWidth();
     const int commentRow = TextWidth(lblComment) + gap + smallestField;
     const int rateRow = CheckWidth(chkInvoice) + gap + TextWidth(lblChargeRate) + gap + rateWidth;
-    const int buttonRow = 2 * ButtonWidth() + gap;
+    const int buttonRow = 2 * measures_.ButtonWidth(cmdOK, cmdCancel) + gap;
     const int rows =
         std::max({tabs, page, printerRow, CheckWidth(chkSubmitAllDocuments), commentRow, rateRow, buttonRow});
     smallestWidth_ = std::max(rows + 2 * margin, ctlBanner1.SmallestWidth());
@@ -267,21 +262,13 @@ void AccountNumberForm::Measure() {
 }
 
 int AccountNumberForm::CountWidth() const {
-    return textMeasure_.Width(u"00000", true) + slack;
+    return textMeasure_.Width(u"00000", true) + Measures::slack;
 }
 
-int AccountNumberForm::ButtonWidth() const {
-    const int longest = std::max(textMeasure_.Width(cmdOK.Caption(), false) + buttonRoom,
-                                 textMeasure_.Width(cmdCancel.Caption(), false) + buttonRoom);
-    return std::max(std::min(longest, textMeasure_.LettersWidth(longestShortText)), smallestButton);
-}
-
-int AccountNumberForm::TextWidth(const Control& control) const {
-    const auto* label = dynamic_cast<const Label*>(&control);
-    const int width = textMeasure_.Width(control.Caption(), label != nullptr && label->Bold()) + slack;
-    const bool isShort = label == &lblMoveUp || label == &lblMoveDown;
-    const bool isLink = label != nullptr && label->Clickable();
-    return std::min(width, textMeasure_.LettersWidth(isShort ? longestShortText : isLink ? longestLink : longestLabel));
+int AccountNumberForm::TextWidth(const Label& label) const {
+    const bool isShort = &label == &lblMoveUp || &label == &lblMoveDown;
+    const std::size_t longest = isShort ? longestShortText : label.Clickable() ? longestLink : longestLabel;
+    return measures_.CaptionWidth(label, longest);
 }
 
 int AccountNumberForm::CheckWidth(const CheckBox& checkBox) const {

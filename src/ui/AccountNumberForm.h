@@ -4,6 +4,7 @@
 #include "platform/TextMeasure.h"
 #include "translation/Translator.h"
 #include "ui/HLine.h"
+#include "ui/Measures.h"
 #include "ui/ctlAccountList.h"
 #include "ui/ctlBanner.h"
 
@@ -91,11 +92,11 @@ class AccountNumberForm : public Form {
     void ArrangePreferred(const Place& page);
     void Measure();
     int CountWidth() const;
-    int ButtonWidth() const;
-    int TextWidth(const Control& control) const;
+    int TextWidth(const Label& label) const;
     int CheckWidth(const CheckBox& checkBox) const;
 
     TextMeasure& textMeasure_;
+    Measures measures_;
     int heldOK_ = 0;
     int line_ = 0;   // height of a line of text
     int field_ = 0;  // height of a text box, a combo box or a button
