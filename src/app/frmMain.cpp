@@ -4,7 +4,7 @@
 
 #include "app/basGUIAPI.h"
 #include "common/Conversion.h"
-#include "common/Guarded.h"
+#include "common/LogErrors.h"
 #include "common/Text.h"
 
 namespace korvanta {
@@ -54,17 +54,17 @@ frmMain::frmMain(const MainFormServices& services)
 
 // Windows calls every handler, and through it nothing may be raised.
 template <class Handler>
-void frmMain::Guard(const char16_t* procedure, Handler handler) {
-    Guarded(services_.log, procedure, handler);
+void frmMain::LogErrors(const char16_t* procedure, Handler handler) {
+    korvanta::LogErrors(services_.log, procedure, handler);
 }
 
 void frmMain::ConnectControls() {
     tmrActivity.Tick.Connect([this] { ActivityTick(); });
-    cmdRefresh.Click.Connect([this] { Guard(u"frmMain:cmdRefresh", [this] { ScheduleFullRefreshNow(); }); });
-    cmdRefresh.RightClick.Connect([this] { Guard(u"frmMain:cmdRefresh", [this] { ShowPopup(mnuPopop); }); });
-    cmdClose.Click.Connect([this] { Guard(u"frmMain:cmdClose", [this] { Hide(); }); });
-    mnuLogging.Click.Connect([this] { Guard(u"frmMain:mnuLogging", [this] { TurnOnLogging(); }); });
-    mnuAdvanced.Click.Connect([this] { Guard(u"frmMain:mnuAdvanced", [this] { ShowAdvancedStatus(); }); });
+    cmdRefresh.Click.Connect([this] { LogErrors(u"frmMain:cmdRefresh", [this] { ScheduleFullRefreshNow(); }); });
+    cmdRefresh.RightClick.Connect([this] { LogErrors(u"frmMain:cmdRefresh", [this] { ShowPopup(mnuPopop); }); });
+    cmdClose.Click.Connect([this] { LogErrors(u"frmMain:cmdClose", [this] { Hide(); }); });
+    mnuLogging.Click.Connect([this] { LogErrors(u"frmMain:mnuLogging", [this] { TurnOnLogging(); }); });
+    mnuAdvanced.Click.Connect([this] { LogErrors(u"frmMain:mnuAdvanced", [this] { ShowAdvancedStatus(); }); });
 }
 
 void frmMain::OnTranslate() {
@@ -90,7 +90,7 @@ void frmMain::RemoveTrayIcon() {
 }
 
 void frmMain::OnTaskbarCreated() {
-    Guard(u"frmMain:TaskbarCreated", [this] {
+    LogErrors(u"frmMain:TaskbarCreated", [this] {
         if (trayIcon_) {
             AddTrayIcon();
         }
@@ -98,11 +98,11 @@ void frmMain::OnTaskbarCreated() {
 }
 
 void frmMain::OnResize() {
-    Guard(u"frmMain:Resize", [this] { StatusForm::OnResize(); });
+    LogErrors(u"frmMain:Resize", [this] { StatusForm::OnResize(); });
 }
 
 void frmMain::Detach() {
-    Guard(u"frmMain:Detach", [this] { RemoveTrayIcon(); });
+    LogErrors(u"frmMain:Detach", [this] { RemoveTrayIcon(); });
     StatusForm::Detach();
 }
 
@@ -189,13 +189,13 @@ void frmMain::FollowClock(DateTime now) {
 }
 
 void frmMain::ActivityTick() {
-    Guard(u"frmMain:tmrActivity", [this] {
+    LogErrors(u"frmMain:tmrActivity", [this] {
         const DateTime now = services_.platform.clock.Now();
         Pointer(MousePointer::Hourglass);
         FollowClock(now);
         RunDueTask(now);
     });
-    Guard(u"frmMain:tmrActivity", [this] { Pointer(MousePointer::Default); });
+    LogErrors(u"frmMain:tmrActivity", [this] { Pointer(MousePointer::Default); });
 }
 
 void frmMain::RunDueTask(DateTime now) {
@@ -278,7 +278,7 @@ void frmMain::ShowActivity(const std::u16string& text) {
 }
 
 void frmMain::IJobDetectionEventSink_FoundPrinter(const std::u16string& fullPrinterName, bool blnMonitor) {
-    Guard(u"frmMain:FoundPrinter", [&] {
+    LogErrors(u"frmMain:FoundPrinter", [&] {
         if (!blnMonitor) {
             ScheduleServerDownFullRefresh();
         }
@@ -323,7 +323,7 @@ void frmMain::ShowAdvancedStatus() {
 void frmMain::OnMouseMove(int /*button*/, double x, double y) {
     const double twipsPerPixel = services_.platform.screen.TwipsPerPixel();
     if (std::lround(x / twipsPerPixel) == leftDoubleClickMessage && std::lround(y) == 0) {
-        Guard(u"frmMain:TrayIcon", [this] { ShowOrHide(); });
+        LogErrors(u"frmMain:TrayIcon", [this] { ShowOrHide(); });
     }
 }
 
@@ -342,7 +342,7 @@ void frmMain::ShowOrHide() {
 
 bool frmMain::OnQueryUnload(CloseReason reason) {
     bool unload = reason == CloseReason::WindowsSession;
-    Guard(u"frmMain:QueryUnload", [&] {
+    LogErrors(u"frmMain:QueryUnload", [&] {
         Hide();
         unload = unload || (reason == CloseReason::TaskManager && ConfirmClose());
         if (unload) {
@@ -361,11 +361,11 @@ bool frmMain::ConfirmClose() {
 }
 
 void frmMain::OnUnload() {
-    Guard(u"frmMain:Unload", [this] {
+    LogErrors(u"frmMain:Unload", [this] {
         tmrActivity.Enabled(false);
         RemoveTrayIcon();
     });
-    Guard(u"frmMain:Unload", [this] { services_.unloaded(); });
+    LogErrors(u"frmMain:Unload", [this] { services_.unloaded(); });
 }
 
 std::u16string frmMain::NowText() {

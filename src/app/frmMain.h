@@ -72,7 +72,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
 
     void ConnectControls();
     template <class Handler>
-    void Guard(const char16_t* procedure, Handler handler);
+    void LogErrors(const char16_t* procedure, Handler handler);
     void AddTrayIcon();
     void RemoveTrayIcon();
     void SelectDetectionObject();

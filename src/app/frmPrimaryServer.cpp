@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "common/Guarded.h"
+#include "common/LogErrors.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
 
@@ -45,9 +45,9 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator
                                                             &HLine1, &OKButton, &CancelButton}) {
         Add(*control);
     }
-    OKButton.Click.Connect(GuardedHandler(log_, u"frmPrimaryServer:OKButton", *this, &frmPrimaryServer::OK));
+    OKButton.Click.Connect(ErrorLoggingHandler(log_, u"frmPrimaryServer:OKButton", *this, &frmPrimaryServer::OK));
     CancelButton.Click.Connect(
-        GuardedHandler(log_, u"frmPrimaryServer:CancelButton", *this, &frmPrimaryServer::Cancel));
+        ErrorLoggingHandler(log_, u"frmPrimaryServer:CancelButton", *this, &frmPrimaryServer::Cancel));
     ChooseSize();
 }
 
@@ -92,7 +92,7 @@ void frmPrimaryServer::OnLoad() {
 }
 
 void frmPrimaryServer::OnResize() {
-    Guarded(log_, u"frmPrimaryServer:Resize", [this] { PlaceControls(); });
+    LogErrors(log_, u"frmPrimaryServer:Resize", [this] { PlaceControls(); });
 }
 
 void frmPrimaryServer::OnFontsChanged() {

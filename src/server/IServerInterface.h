@@ -17,35 +17,35 @@ class IServerInterface {
 
     void ServerName(const std::u16string& serverName) { IServerInterface_ServerName(serverName); }
     std::u16string GetPrintersFile() {
-        return Guarded([&] { return IServerInterface_GetPrintersFile(); });
+        return WithoutRaising([&] { return IServerInterface_GetPrintersFile(); });
     }
     std::u16string GetServersFile() {
-        return Guarded([&] { return IServerInterface_GetServersFile(); });
+        return WithoutRaising([&] { return IServerInterface_GetServersFile(); });
     }
     std::u16string GetClientSettingsFile() {
-        return Guarded([&] { return IServerInterface_GetClientSettingsFile(); });
+        return WithoutRaising([&] { return IServerInterface_GetClientSettingsFile(); });
     }
     // Whether the server's data area is reachable. Over HTTP a server that does not answer counts as healthy.
     bool TestHealth() {
-        return Guarded([&] { return IServerInterface_TestHealth(); });
+        return WithoutRaising([&] { return IServerInterface_TestHealth(); });
     }
     // The current user's job counter file on this server.
     std::u16string GetJobCounter() {
-        return Guarded([&] { return IServerInterface_GetJobCounter(); });
+        return WithoutRaising([&] { return IServerInterface_GetJobCounter(); });
     }
     // The current user's notification file for that job.
     std::u16string GetJobNotificationFile(std::int32_t jobId) {
-        return Guarded([&] { return IServerInterface_GetJobNotificationFile(jobId); });
+        return WithoutRaising([&] { return IServerInterface_GetJobNotificationFile(jobId); });
     }
     // Whether that file is there. Over HTTP a server that does not answer counts as having it.
     bool TestJobNotificationFile(std::int32_t jobId) {
-        return Guarded([&] { return IServerInterface_TestJobNotificationFile(jobId); });
+        return WithoutRaising([&] { return IServerInterface_TestJobNotificationFile(jobId); });
     }
 
   private:
     // Keeps the promise where an implementation cannot, having no memory left even for its log line.
     template <class Operation>
-    static auto Guarded(const Operation& operation) -> decltype(operation()) {
+    static auto WithoutRaising(const Operation& operation) -> decltype(operation()) {
         try {
             return operation();
         } catch (...) {

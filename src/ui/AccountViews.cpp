@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "common/Guarded.h"
+#include "common/LogErrors.h"
 #include "server/search/AccountSearch.h"
 
 namespace korvanta {
@@ -54,8 +54,8 @@ AccountViews::AccountViews(AccountNumberForm& form, clsTLXAccounts& accounts, cl
 }
 
 void AccountViews::ConnectControls() {
-    const auto guarded = [this](void (AccountViews::*handler)()) {
-        return GuardedHandler(log_, u"frmAccountNumber", *this, handler);
+    const auto handler = [this](void (AccountViews::*member)()) {
+        return ErrorLoggingHandler(log_, u"frmAccountNumber", *this, member);
     };
     for (ctlAccountList* list :
          {&form_.ctlAccountListAll, &form_.ctlAccountListPreferred, &form_.ctlAccountListRecent}) {
@@ -65,11 +65,11 @@ void AccountViews::ConnectControls() {
     form_.tabView.ChosenByKey.Connect([this] { FocusTab(); });
     form_.txtSearch.Change.Connect([this] { SearchChanged(); });
     form_.txtSearch.KeyDown.Connect([this](Key key, bool& swallowed) { SearchKey(key, swallowed); });
-    form_.tmrSearch.Tick.Connect(guarded(&AccountViews::SearchTick));
-    form_.lblAddPreferred.Click.Connect(guarded(&AccountViews::AddSelected));
-    form_.lblRemovePreferred.Click.Connect(guarded(&AccountViews::RemoveSelected));
-    form_.lblMoveUp.Click.Connect(guarded(&AccountViews::MoveUp));
-    form_.lblMoveDown.Click.Connect(guarded(&AccountViews::MoveDown));
+    form_.tmrSearch.Tick.Connect(handler(&AccountViews::SearchTick));
+    form_.lblAddPreferred.Click.Connect(handler(&AccountViews::AddSelected));
+    form_.lblRemovePreferred.Click.Connect(handler(&AccountViews::RemoveSelected));
+    form_.lblMoveUp.Click.Connect(handler(&AccountViews::MoveUp));
+    form_.lblMoveDown.Click.Connect(handler(&AccountViews::MoveDown));
 }
 
 bool AccountViews::LoadAccounts() {

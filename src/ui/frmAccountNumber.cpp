@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "common/Conversion.h"
-#include "common/Guarded.h"
+#include "common/LogErrors.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
 #include "controls/AccessKey.h"
@@ -50,13 +50,13 @@ frmAccountNumber::frmAccountNumber(const AccountDialogServices& services)
 }
 
 void frmAccountNumber::ConnectControls() {
-    const auto guarded = [this](void (frmAccountNumber::*handler)()) {
-        return GuardedHandler(services_.log, u"frmAccountNumber", *this, handler);
+    const auto handler = [this](void (frmAccountNumber::*member)()) {
+        return ErrorLoggingHandler(services_.log, u"frmAccountNumber", *this, member);
     };
-    tmrMonitor.Tick.Connect(guarded(&frmAccountNumber::MonitorTick));
-    tmrFlash.Tick.Connect(guarded(&frmAccountNumber::FlashTick));
-    cmdOK.Click.Connect(guarded(&frmAccountNumber::OK));
-    cmdCancel.Click.Connect(guarded(&frmAccountNumber::Cancel));
+    tmrMonitor.Tick.Connect(handler(&frmAccountNumber::MonitorTick));
+    tmrFlash.Tick.Connect(handler(&frmAccountNumber::FlashTick));
+    cmdOK.Click.Connect(handler(&frmAccountNumber::OK));
+    cmdCancel.Click.Connect(handler(&frmAccountNumber::Cancel));
     for (ctlAccountList* list : {&ctlAccountListAll, &ctlAccountListPreferred, &ctlAccountListRecent}) {
         list->DblClick.Connect([this] { cmdOK.HandleClick(); });
     }
@@ -76,7 +76,7 @@ void frmAccountNumber::OnLoad() {
 void frmAccountNumber::AddJob(const std::shared_ptr<clsJobInfo>& job) {
     jobs_.Append(job);
     // Whatever this raised, the job is in the queue.
-    Guarded(services_.log, u"frmAccountNumber:AddJob", [this] { ShowQueueLength(); });
+    LogErrors(services_.log, u"frmAccountNumber:AddJob", [this] { ShowQueueLength(); });
 }
 
 void frmAccountNumber::PreLoadAccounts() {
@@ -306,12 +306,12 @@ frmAccountNumber::Choice frmAccountNumber::TakeChoice(const std::shared_ptr<clsA
 void frmAccountNumber::Submit(const Choice& choice) {
     const std::shared_ptr<clsJobInfo> job = TakeHeadJob();
     ShowHide(false);
-    Guarded(services_.log, u"frmAccountNumber:Submit", [&] {
+    LogErrors(services_.log, u"frmAccountNumber:Submit", [&] {
         const Notified notified = Notify(*job, choice);
         if (notified == Notified::NoServer) {
             ShowMessage(u"lblInternalErrorServerName");
         } else if (notified == Notified::No) {
-            Guarded(services_.log, u"frmAccountNumber:Submit", [this] { services_.log.Log(u"Upload file failed."); });
+            LogErrors(services_.log, u"frmAccountNumber:Submit", [this] { services_.log.Log(u"Upload file failed."); });
             ShowMessage(u"lblNotificationError", MessageIcon::Critical);
         }
     });
@@ -361,7 +361,7 @@ void frmAccountNumber::Cancel() {
     const bool errorCancel = errorCancel_;
     ShowHide(false);
     bool cancelled = false;
-    Guarded(services_.log, u"frmAccountNumber:Cancel", [&] { cancelled = services_.cancelPrintJob(*job); });
+    LogErrors(services_.log, u"frmAccountNumber:Cancel", [&] { cancelled = services_.cancelPrintJob(*job); });
     ShowMessage(cancelled && !errorCancel ? u"lblJobCancelSuccess" : u"lblJobCancelError");
     services_.prefs.Save();
 }
@@ -399,7 +399,7 @@ std::shared_ptr<clsJobInfo> frmAccountNumber::HeadJob() const {
 std::shared_ptr<clsJobInfo> frmAccountNumber::TakeHeadJob() {
     std::shared_ptr<clsJobInfo> job = jobs_.Pop(0).As<clsJobInfo>();
     // From here on nobody else knows of the job: nothing may be raised before its end.
-    Guarded(services_.log, u"frmAccountNumber:Queue", [this] { ShowQueueLength(); });
+    LogErrors(services_.log, u"frmAccountNumber:Queue", [this] { ShowQueueLength(); });
     return job;
 }
 

@@ -60,9 +60,9 @@ BREAKAGES = [
     Breakage("cancelled job stays in the queue", DIALOG,
              "TakeHeadJob();\n    const bool errorCancel", "HeadJob();\n    const bool errorCancel"),
     Breakage("cancelled job notified", DIALOG,
-             "    Guarded(services_.log, u\"frmAccountNumber:Cancel\", [&] {",
+             "    LogErrors(services_.log, u\"frmAccountNumber:Cancel\", [&] {",
              "    Choice choice;\n    choice.account = std::make_shared<clsAccount>();\n    Notify(*job, choice);\n"
-             "    Guarded(services_.log, u\"frmAccountNumber:Cancel\", [&] {"),
+             "    LogErrors(services_.log, u\"frmAccountNumber:Cancel\", [&] {"),
     Breakage("cancelled in the program alone", DIALOG, "cancelled = services_.cancelPrintJob(*job);",
              "cancelled = true;"),
     Breakage("notified twice", DIALOG, "const Notified notified = Notify(*job, choice);",

@@ -25,14 +25,14 @@ class Trial {
     }
 
     Outcome Run(const std::optional<Fault>& fault) {
-        Guarded("the scenario", [&] { Act(fault); });
+        Try("the scenario", [&] { Act(fault); });
         outcome_.points = faults_.Points();
         outcome_.injected = faults_.Injected().size();
-        Guarded("what came afterwards", [this] { Recover(); });
+        Try("what came afterwards", [this] { Recover(); });
         if (outcome_.failures.empty()) {
             CheckJobs();
         }
-        Guarded("the end", [this] { world_.End(); });
+        Try("the end", [this] { world_.End(); });
         CheckHandles();
         CheckPreferences("at the end");
         return std::move(outcome_);
@@ -40,7 +40,7 @@ class Trial {
 
   private:
     template <class Action>
-    void Guarded(const char* when, Action action) {
+    void Try(const char* when, Action action) {
         try {
             action();
         } catch (const std::exception& error) {

@@ -9,9 +9,10 @@
 
 namespace korvanta {
 
-// Runs an event's handler; what it raises ends it and is told to the trace log, since there is no caller to raise to.
+// Runs an event's handler. An error that it raises ends it and is written to the trace log, since there is no caller to
+// raise it to.
 template <class Handler>
-void Guarded(TraceLog& log, std::u16string_view procedure, Handler handler) {
+void LogErrors(TraceLog& log, std::u16string_view procedure, Handler handler) {
     try {
         handler();
     } catch (const std::exception&) {
@@ -24,10 +25,10 @@ void Guarded(TraceLog& log, std::u16string_view procedure, Handler handler) {
     }
 }
 
-// A member function as the handler of an event, guarded. The log and the owner outlive the event.
+// A member function as the handler of an event, run by LogErrors. The log and the owner outlive the event.
 template <class Owner>
-auto GuardedHandler(TraceLog& log, const char16_t* procedure, Owner& owner, void (Owner::*handler)()) {
-    return [&log, procedure, &owner, handler] { Guarded(log, procedure, [&] { (owner.*handler)(); }); };
+auto ErrorLoggingHandler(TraceLog& log, const char16_t* procedure, Owner& owner, void (Owner::*handler)()) {
+    return [&log, procedure, &owner, handler] { LogErrors(log, procedure, [&] { (owner.*handler)(); }); };
 }
 
 }  // namespace korvanta

@@ -1,4 +1,4 @@
-#include "common/Guarded.h"
+#include "common/LogErrors.h"
 
 #include <gtest/gtest.h>
 
@@ -9,23 +9,23 @@
 namespace korvanta {
 namespace {
 
-TEST(GuardedTest, HandlerThatRaisesNothingLeavesTheLogAlone) {
+TEST(LogErrorsTest, HandlerThatRaisesNothingLeavesTheLogAlone) {
     fakes::FakeTraceLog log;
     bool ran = false;
-    Guarded(log, u"frmMain:cmdRefresh", [&ran] { ran = true; });
+    LogErrors(log, u"frmMain:cmdRefresh", [&ran] { ran = true; });
     EXPECT_TRUE(ran);
     EXPECT_TRUE(log.lines.empty());
 }
 
-TEST(GuardedTest, RaisedErrorEndsTheHandlerAndIsLoggedWithItsProcedure) {
+TEST(LogErrorsTest, RaisedErrorEndsTheHandlerAndIsLoggedWithItsProcedure) {
     fakes::FakeTraceLog log;
-    Guarded(log, u"frmMain:cmdRefresh", [] { throw Error(13, u"here", u"Type mismatch"); });
+    LogErrors(log, u"frmMain:cmdRefresh", [] { throw Error(13, u"here", u"Type mismatch"); });
     EXPECT_EQ(log.lines, std::vector<std::u16string>{u"frmMain:cmdRefresh Error: 13 - Type mismatch"});
 }
 
-TEST(GuardedTest, WantOfMemoryIsLoggedAsError7) {
+TEST(LogErrorsTest, WantOfMemoryIsLoggedAsError7) {
     fakes::FakeTraceLog log;
-    Guarded(log, u"frmMain:cmdRefresh", [] { throw std::bad_alloc(); });
+    LogErrors(log, u"frmMain:cmdRefresh", [] { throw std::bad_alloc(); });
     EXPECT_EQ(log.lines, std::vector<std::u16string>{u"frmMain:cmdRefresh Error: 7 - Out of memory"});
 }
 
@@ -34,9 +34,9 @@ class LogWithoutMemory : public TraceLog {
     void Log(const std::u16string&) override { throw std::bad_alloc(); }
 };
 
-TEST(GuardedTest, LogThatRaisesItselfDoesNotLetTheErrorOut) {
+TEST(LogErrorsTest, LogThatRaisesItselfDoesNotLetTheErrorOut) {
     LogWithoutMemory log;
-    EXPECT_NO_THROW(Guarded(log, u"frmMain:cmdRefresh", [] { throw std::bad_alloc(); }));
+    EXPECT_NO_THROW(LogErrors(log, u"frmMain:cmdRefresh", [] { throw std::bad_alloc(); }));
 }
 
 }  // namespace
