@@ -8,16 +8,13 @@
 #include "detection/basPrinterUtil.h"
 #include "detection/clsJobDetectionFile.h"
 #include "detection/clsJobDetectionPrinter.h"
+#include "server/Shares.h"
 
 namespace korvanta {
 
 namespace {
 
 const char16_t* const translationSection = u"TLXActTrkClient";
-constexpr std::int32_t interfaceTypeFile = 0;
-constexpr std::int32_t interfaceTypeHTTP = 1;
-constexpr std::int32_t methodPrinter = 1;
-constexpr std::int32_t methodHTTP = 2;
 
 }  // namespace
 
@@ -153,9 +150,9 @@ bool basKorvanta::AskForPrimaryServer() {
 
 void basKorvanta::LoadClientSettings() {
     log_.Log(u"Loading client settings ...");
-    clientSettingsCachePath_ = platform_.files.TemporaryFolder() + u"\\" + u"ClientSet.txt";
+    clientSettingsCachePath_ = platform_.files.TemporaryFolder() + u"\\" + std::u16string(dataFile::clientSettings);
     clientSettings_ = clsClientSettings();
-    serverInterfaces_->InterfaceType(interfaceTypeFile);
+    serverInterfaces_->InterfaceType(clsServerInterfaces::typeFile);
     if (LoadCachedClientSettings()) {
         ChooseInterfaceType();
     }
@@ -196,8 +193,8 @@ bool basKorvanta::LoadCachedClientSettings() {
 }
 
 void basKorvanta::ChooseInterfaceType() {
-    if (EffectiveDetectionMethod() == methodHTTP) {
-        serverInterfaces_->InterfaceType(interfaceTypeHTTP);
+    if (EffectiveDetectionMethod() == DetectionMethod::HTTP) {
+        serverInterfaces_->InterfaceType(clsServerInterfaces::typeHTTP);
     }
 }
 
@@ -206,8 +203,7 @@ bool basKorvanta::LoadChargeRates() {
     log_.Log(u"Loading charge rates ...");
     chargeRates_ = std::make_shared<clsChargeRates>(platform_.mutexes, platform_.clock);
     try {
-        TextInput file = TextInput::OpenUtf16(
-            platform_.files, u"\\\\" + primaryServerName_ + u"\\" + u"TLXData$" + u"\\" + u"ChargeRates.txt");
+        TextInput file = TextInput::OpenUtf16(platform_.files, Shares(primaryServerName_).ChargeRatesFile());
         chargeRates_->LoadFile(file);
         return true;
     } catch (const std::exception&) {
@@ -215,13 +211,12 @@ bool basKorvanta::LoadChargeRates() {
     }
 }
 
-std::int32_t basKorvanta::EffectiveDetectionMethod() {
-    return information_.IsWindows9x() ? clientSettings_.JobDetectionMethodWin9X()
-                                      : clientSettings_.JobDetectionMethod();
+DetectionMethod basKorvanta::EffectiveDetectionMethod() {
+    return clientSettings_.EffectiveDetectionMethod(information_.IsWindows9x());
 }
 
-std::shared_ptr<IJobDetectionObject> basKorvanta::MakeDetector(std::int32_t method) {
-    if (method == methodPrinter) {
+std::shared_ptr<IJobDetectionObject> basKorvanta::MakeDetector(DetectionMethod method) {
+    if (method == DetectionMethod::Printer) {
         return std::make_shared<clsJobDetectionPrinter>(platform_.spooler, platform_.waitableHandles,
                                                         *printersMonitored_, clientSettings_, platform_.mutexes,
                                                         platform_.messageLoop, information_, log_);
@@ -243,7 +238,7 @@ void basKorvanta::MakeForms() {
     mainForm_ = std::make_unique<frmMain>(MainFormServices{
         platform_, log_, translator_, registrySettings_, messages_, clientSettings_, *printersMonitored_, *jobMatcher_,
         *accountDialog_, [this] { return EffectiveDetectionMethod(); },
-        [this](std::int32_t method) { return MakeDetector(method); }, [this] { LoadClientSettings(); },
+        [this](DetectionMethod method) { return MakeDetector(method); }, [this] { LoadClientSettings(); },
         [this] { LoadChargeRates(); },
         [this] {
             messages_.Unload(CloseReason::Code);

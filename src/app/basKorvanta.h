@@ -64,8 +64,8 @@ class basKorvanta {
     bool LoadCachedClientSettings();
     bool LoadChargeRates();
     void ChooseInterfaceType();
-    std::int32_t EffectiveDetectionMethod();
-    std::shared_ptr<IJobDetectionObject> MakeDetector(std::int32_t method);
+    DetectionMethod EffectiveDetectionMethod();
+    std::shared_ptr<IJobDetectionObject> MakeDetector(DetectionMethod method);
     void MakeForms();
     void LoadForm(Form& form);
     void ShowUnexpectedError(const Error& error);

@@ -18,8 +18,6 @@ constexpr long leftDoubleClickMessage = 515;
 constexpr std::uint32_t unloadPause = 500;
 constexpr int iconWatched = 1;
 constexpr int iconFailed = 2;
-constexpr std::int32_t methodFile = 0;
-constexpr std::int32_t methodPrinter = 1;
 // A clock that falls behind by more than this was set back; timers alone jitter less.
 constexpr std::int64_t clockSetBack = 5'000;
 
@@ -107,7 +105,7 @@ void frmMain::Detach() {
 }
 
 void frmMain::SelectDetectionObject() {
-    const std::int32_t method = services_.effectiveDetectionMethod();
+    const DetectionMethod method = services_.effectiveDetectionMethod();
     if (detector_ != nullptr && currentDetectionMethod_ == method) {
         return;
     }
@@ -118,11 +116,11 @@ void frmMain::SelectDetectionObject() {
     detector->Start(*this);
 }
 
-const std::u16string& frmMain::MethodText(std::int32_t method) const {
+const std::u16string& frmMain::MethodText(DetectionMethod method) const {
     switch (method) {
-        case methodFile:
+        case DetectionMethod::File:
             return texts.lblFileMonitoring.Caption();
-        case methodPrinter:
+        case DetectionMethod::Printer:
             return texts.lblPrinterMonitoring.Caption();
         default:
             return texts.lblHTTPMonitoring.Caption();

@@ -31,8 +31,8 @@ struct MainFormServices {
     clsPrintJobMatcher& jobMatcher;
     frmAccountNumber& accountDialog;
     // The job detection method in force on this family of Windows.
-    std::function<std::int32_t()> effectiveDetectionMethod;
-    std::function<std::shared_ptr<IJobDetectionObject>(std::int32_t method)> makeDetector;
+    std::function<DetectionMethod()> effectiveDetectionMethod;
+    std::function<std::shared_ptr<IJobDetectionObject>(DetectionMethod method)> makeDetector;
     std::function<void()> loadClientSettings;
     std::function<void()> loadChargeRates;
     // The main form is unloaded: the program ends.
@@ -54,7 +54,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     DateTime FullRefreshDue() const { return fullRefreshDue_; }
     DateTime PrinterListScanDue() const { return printerListScanDue_; }
     DateTime ServerHealthTestDue() const { return serverHealthTestDue_; }
-    std::int32_t CurrentDetectionMethod() const { return currentDetectionMethod_; }
+    DetectionMethod CurrentDetectionMethod() const { return currentDetectionMethod_; }
 
   protected:
     void OnTranslate() override;
@@ -76,7 +76,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     void AddTrayIcon();
     void RemoveTrayIcon();
     void SelectDetectionObject();
-    const std::u16string& MethodText(std::int32_t method) const;
+    const std::u16string& MethodText(DetectionMethod method) const;
     void ScheduleFullRefresh();
     void ScheduleServerDownFullRefresh();
     void ScheduleFullRefreshNow();
@@ -101,7 +101,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
 
     MainFormServices services_;
     std::shared_ptr<IJobDetectionObject> detector_;
-    std::int32_t currentDetectionMethod_ = 0;
+    DetectionMethod currentDetectionMethod_ = DetectionMethod::File;
     std::optional<TrayIcon> trayIcon_;
     DateTime fullRefreshDue_;
     DateTime printerListScanDue_;

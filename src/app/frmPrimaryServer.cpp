@@ -5,6 +5,7 @@
 #include "common/LogErrors.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
+#include "server/Shares.h"
 
 namespace korvanta {
 
@@ -138,7 +139,7 @@ void frmPrimaryServer::OK() {
                                     MessageButtons::OK, MessageIcon::None);
         return;
     }
-    if (!platform_.files.FolderExists(u"\\\\" + server + u"\\" + u"TLXData$")) {
+    if (!platform_.files.FolderExists(Shares(server).DataFolder())) {
         ShowMessage(u"lblPrimaryServerError");
         return;
     }
@@ -158,8 +159,7 @@ void frmPrimaryServer::Cancel() {
 // The probe is left in place: a share where users may create files but not delete them is good enough.
 bool frmPrimaryServer::CanCreateNotifications(const std::u16string& server) {
     try {
-        const std::u16string path =
-            u"\\\\" + server + u"\\" + u"TLXActN$" + u"\\" + systemInformation_.ComputerName() + u".tmp";
+        const std::u16string path = Shares(server).AccountNotificationFile(systemInformation_.ComputerName() + u".tmp");
         TextOutput::OpenAnsi(platform_.files, platform_.codePage, path).Close();
         return true;
     } catch (const std::exception&) {

@@ -226,13 +226,4 @@ std::u16string FromAscii(std::string_view text) {
     return {text.begin(), text.end()};
 }
 
-PrinterNameParts SplitPrinterName(std::u16string_view fullPrinterName) {
-    const std::u16string rest = Replace(fullPrinterName, u"\\\\", u"");
-    const std::size_t backslash = rest.find(u'\\');
-    if (backslash == std::u16string::npos) {
-        return {false, u"", rest};
-    }
-    return {true, rest.substr(0, backslash), rest.substr(backslash + 1)};
-}
-
 }  // namespace korvanta

@@ -45,13 +45,4 @@ std::u16string BooleanDigit(bool value);
 // ASCII alone, for texts that are known to be so.
 std::u16string FromAscii(std::string_view text);
 
-// What remains of a full printer name ("\\server\printer") when every "\\" pair is removed; split before and after
-// its first "\". Without a "\" there is no server, and the whole text is the printer.
-struct PrinterNameParts {
-    bool hasServer = false;
-    std::u16string server;
-    std::u16string printer;
-};
-PrinterNameParts SplitPrinterName(std::u16string_view fullPrinterName);
-
 }  // namespace korvanta

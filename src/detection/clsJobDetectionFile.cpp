@@ -1,5 +1,6 @@
 #include "detection/clsJobDetectionFile.h"
 
+#include <optional>
 #include <set>
 
 #include "common/Conversion.h"
@@ -7,6 +8,7 @@
 #include "common/Text.h"
 #include "detection/Activities.h"
 #include "detection/clsPrintersMonitored.h"
+#include "server/PrinterName.h"
 #include "server/basJobNotificationFile.h"
 #include "server/clsClientSettings.h"
 #include "server/clsServerInterfaces.h"
@@ -27,11 +29,11 @@ constexpr std::uint32_t readRetryMilliseconds = 200;
 
 // The lower-cased server of a full printer name.
 std::u16string ServerOf(const std::u16string& fullPrinterName) {
-    const PrinterNameParts parts = SplitPrinterName(fullPrinterName);
-    if (!parts.hasServer) {
+    const std::optional<std::u16string> server = PrinterName(fullPrinterName).Server();
+    if (!server) {
         throw Error(errorNumber::invalidCall, u"clsJobDetectionFile", u"Invalid procedure call or argument");
     }
-    return Lower(parts.server);
+    return Lower(*server);
 }
 
 // The number in a server's counter file, which may end with a line break. A number that no file can have is none: it

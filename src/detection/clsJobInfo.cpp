@@ -5,6 +5,7 @@
 #include "common/Conversion.h"
 #include "common/Error.h"
 #include "common/Text.h"
+#include "server/PrinterName.h"
 
 namespace korvanta {
 
@@ -56,7 +57,7 @@ void clsJobInfo::Load(Spooler& spooler, const std::vector<std::uint32_t>& lngBuf
     UserName = Lower(text(3));
     JobID = number(0);
     FullPrinterName = strFullPrinterName;
-    PrinterName = SplitPrinterName(strFullPrinterName).printer;
+    PrinterName = korvanta::PrinterName(strFullPrinterName).ShortName();
     Document = text(4);
     PrinterHandle = lngPrinterHandle;
     Time1 = number(13);

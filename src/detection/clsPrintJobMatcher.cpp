@@ -1,11 +1,13 @@
 #include "detection/clsPrintJobMatcher.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "common/Conversion.h"
 #include "common/Error.h"
 #include "common/Text.h"
+#include "server/PrinterName.h"
 #include "server/clsClientSettings.h"
 
 namespace korvanta {
@@ -42,11 +44,11 @@ std::u16string LengthText(const std::u16string& text) {
 
 // The lower-cased server of a full printer name.
 std::u16string ServerOf(const std::u16string& fullPrinterName) {
-    const std::size_t end = fullPrinterName.find(u'\\', 2);
-    if (end == std::u16string::npos) {
+    const std::optional<std::u16string> server = PrinterName(fullPrinterName).ServerFromThirdCharacter();
+    if (!server) {
         throw Error(errorNumber::invalidCall, u"clsPrintJobMatcher", u"Invalid procedure call or argument");
     }
-    return Lower(fullPrinterName.substr(2, end - 2));
+    return Lower(*server);
 }
 
 }  // namespace
@@ -63,9 +65,10 @@ clsPrintJobMatcher::clsPrintJobMatcher(SystemInformation& systemInformation, Soc
 bool clsPrintJobMatcher::JobMatch(const std::u16string& strUsername, const std::u16string& strMachineName,
                                   const std::u16string& strPrinterMachineName) {
     const bool isWindows9x = systemInformation_.IsWindows9x();
-    const Machine desired = isWindows9x && clientSettings_.JobDetectionMethodWin9X() != 0
-                                ? MachineOf(ServerOf(strPrinterMachineName))
-                                : ownMachine_;
+    const Machine desired =
+        isWindows9x && clientSettings_.EffectiveDetectionMethod(isWindows9x) != DetectionMethod::File
+            ? MachineOf(ServerOf(strPrinterMachineName))
+            : ownMachine_;
     const std::u16string user = Lower(strUsername);
     const std::u16string machine = Lower(strMachineName);
     const std::int32_t method = clientSettings_.JobMatchMethod();

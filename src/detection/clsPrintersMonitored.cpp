@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "common/Text.h"
+#include "server/PrinterName.h"
 #include "server/clsServerInterfaces.h"
 
 namespace korvanta {
@@ -85,12 +86,10 @@ std::shared_ptr<List> clsPrintersMonitored::ReadPrinterNames(const std::u16strin
         if (text.empty()) {
             return nullptr;
         }
-        const std::u16string prefix = u"\\\\" + serverName + u"\\";
         auto printers = std::make_shared<List>(mutexes_);
         for (const std::u16string& record : Split(text, lineBreak)) {
             if (!record.empty()) {
-                const bool isFullName = record.find(u'\\') != std::u16string::npos;
-                printers->Append(isFullName ? record : prefix + record);
+                printers->Append(PrinterName::Published(serverName, record));
             }
         }
         log_.Log(u"GetPrinterNames: Successfully obtained list of printer names. Count: " +

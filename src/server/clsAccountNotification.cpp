@@ -9,14 +9,6 @@ std::u16string NotificationFileName(const std::u16string& machineName, std::int3
     return machineName + u"." + NumberText(printerHandle) + u"." + NumberText(jobId) + u".tlx";
 }
 
-std::optional<std::u16string> NotificationFolder(const std::u16string& fullPrinterName) {
-    const PrinterNameParts parts = SplitPrinterName(fullPrinterName);
-    if (!parts.hasServer) {
-        return std::nullopt;
-    }
-    return u"\\\\" + parts.server + u"\\TLXActN$\\";
-}
-
 clsAccountNotification::clsAccountNotification(Clock& clock, ErrorReports& errorReports)
     : clock_(clock), errorReports_(errorReports) {}
 

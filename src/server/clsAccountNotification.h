@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "common/Services.h"
@@ -13,9 +12,6 @@ namespace korvanta {
 // The name of the file that tells a server to which account a job goes: "WS17.1234.56.tlx" for machine WS17, printer
 // handle 1234 and job 56.
 std::u16string NotificationFileName(const std::u16string& machineName, std::int32_t printerHandle, std::int32_t jobId);
-// The folder for it, with its trailing backslash: "\\PRINTSRV\TLXActN$\" for a printer "\\PRINTSRV\Laser". None for a
-// printer name without a server part.
-std::optional<std::u16string> NotificationFolder(const std::u16string& fullPrinterName);
 
 // One print job with the account that the user assigned to it. The file holds the fields one per line, in this order.
 class clsAccountNotification {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "common/TextStream.h"
+#include "server/DetectionMethod.h"
 
 namespace korvanta {
 
@@ -14,12 +15,16 @@ class clsClientSettings {
     // 0 user and machine, 1 machine, 2 user.
     std::int32_t JobMatchMethod() const { return jobMatchMethod_; }
     void JobMatchMethod(std::int32_t method) { jobMatchMethod_ = method; }
-    // On the Windows NT family: 0 file monitoring, 1 printer monitoring, 2 HTTP monitoring.
+    // On the Windows NT family; the numbers are those of DetectionMethod.
     std::int32_t JobDetectionMethod() const { return jobDetectionMethod_; }
     void JobDetectionMethod(std::int32_t method) { jobDetectionMethod_ = method; }
     // The same on Windows 95/98/Me.
     std::int32_t JobDetectionMethodWin9X() const { return jobDetectionMethodWin9X_; }
     void JobDetectionMethodWin9X(std::int32_t method) { jobDetectionMethodWin9X_ = method; }
+    // The one of the two that applies.
+    DetectionMethod EffectiveDetectionMethod(bool isWindows9x) const {
+        return DetectionMethod{isWindows9x ? jobDetectionMethodWin9X_ : jobDetectionMethod_};
+    }
     // Seconds.
     std::int32_t ServerHealthTestInterval() const { return serverHealthTestInterval_; }
     void ServerHealthTestInterval(std::int32_t seconds) { serverHealthTestInterval_ = seconds; }

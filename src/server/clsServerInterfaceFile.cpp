@@ -3,20 +3,13 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
+#include "server/Shares.h"
 #include "server/basJobNotificationFile.h"
 
 namespace korvanta {
 
 clsServerInterfaceFile::clsServerInterfaceFile(FileSystem& files, TraceLog& log, std::u16string userName)
     : files_(files), log_(log), userName_(std::move(userName)) {}
-
-std::u16string clsServerInterfaceFile::DataPath(const std::u16string& name) const {
-    return u"\\\\" + serverName_ + u"\\TLXData$\\" + name;
-}
-
-std::u16string clsServerInterfaceFile::JobPath(const std::u16string& name) const {
-    return DataPath(u"jobs\\" + name);
-}
 
 std::u16string clsServerInterfaceFile::Read(const std::u16string& path) const {
     return TextInput::OpenUtf16(files_, path).ReadAll();
@@ -29,7 +22,7 @@ void clsServerInterfaceFile::IServerInterface_ServerName(const std::u16string& s
 std::u16string clsServerInterfaceFile::IServerInterface_GetPrintersFile() {
     std::u16string path;
     try {
-        path = DataPath(u"Printers.txt");
+        path = Shares(serverName_).PrintersFile();
         std::u16string text = Read(path);
         log_.Log(u"IServerInterface_GetPrintersFile: Successfully obtained list of printer names.");
         return text;
@@ -43,7 +36,7 @@ std::u16string clsServerInterfaceFile::IServerInterface_GetPrintersFile() {
 
 std::u16string clsServerInterfaceFile::IServerInterface_GetServersFile() {
     try {
-        return Read(DataPath(u"Servers.txt"));
+        return Read(Shares(serverName_).ServersFile());
     } catch (...) {
         const Error error = Error::Current();
         log_.Log(
@@ -55,7 +48,7 @@ std::u16string clsServerInterfaceFile::IServerInterface_GetServersFile() {
 
 std::u16string clsServerInterfaceFile::IServerInterface_GetClientSettingsFile() {
     try {
-        return Read(DataPath(u"ClientSet.txt"));
+        return Read(Shares(serverName_).ClientSettingsFile());
     } catch (...) {
         // Whoever loads the settings falls back to the local copy, so this is nobody's failure.
         return {};
@@ -63,7 +56,7 @@ std::u16string clsServerInterfaceFile::IServerInterface_GetClientSettingsFile() 
 }
 
 bool clsServerInterfaceFile::IServerInterface_TestHealth() {
-    return files_.FolderExists(DataPath(u"jobs"));
+    return files_.FolderExists(Shares(serverName_).JobsFolder());
 }
 
 std::u16string clsServerInterfaceFile::IServerInterface_GetJobCounter() {
@@ -77,12 +70,12 @@ std::u16string clsServerInterfaceFile::IServerInterface_GetJobNotificationFile(s
 }
 
 bool clsServerInterfaceFile::IServerInterface_TestJobNotificationFile(std::int32_t jobId) {
-    return files_.FileExists(JobPath(JobNotificationFileName(userName_, jobId)));
+    return files_.FileExists(Shares(serverName_).JobFile(JobNotificationFileName(userName_, jobId)));
 }
 
 std::u16string clsServerInterfaceFile::ReadJobFile(const std::u16string& name, const std::u16string& failure) {
     try {
-        return Read(JobPath(name));
+        return Read(Shares(serverName_).JobFile(name));
     } catch (...) {
         // A user without jobs has no such files; that is not worth a line every few seconds.
         if (Error::Current().Number() != errorNumber::fileNotFound) {

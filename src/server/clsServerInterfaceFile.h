@@ -25,8 +25,6 @@ class clsServerInterfaceFile : public IServerInterface {
     std::u16string IServerInterface_GetJobNotificationFile(std::int32_t jobId) override;
     bool IServerInterface_TestJobNotificationFile(std::int32_t jobId) override;
 
-    std::u16string DataPath(const std::u16string& name) const;
-    std::u16string JobPath(const std::u16string& name) const;
     // Raises Error.
     std::u16string Read(const std::u16string& path) const;
     std::u16string ReadJobFile(const std::u16string& name, const std::u16string& failure);

@@ -6,6 +6,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
+#include "server/Shares.h"
 #include "server/basJobNotificationFile.h"
 
 namespace korvanta {
@@ -55,8 +56,8 @@ clsServerInterfaceHTTP::~clsServerInterfaceHTTP() {
     }
 }
 
-std::u16string clsServerInterfaceHTTP::DataUrl(const std::u16string& name) const {
-    return u"http://" + serverName_ + u"/TLXData/" + name;
+std::u16string clsServerInterfaceHTTP::DataUrl(std::u16string_view name) const {
+    return (u"http://" + serverName_ + u"/TLXData/").append(name);
 }
 
 std::u16string clsServerInterfaceHTTP::JobUrl(const std::u16string& name) const {
@@ -111,7 +112,7 @@ void clsServerInterfaceHTTP::IServerInterface_ServerName(const std::u16string& s
 std::u16string clsServerInterfaceHTTP::IServerInterface_GetPrintersFile() {
     std::u16string url;
     try {
-        url = DataUrl(u"Printers.txt");
+        url = DataUrl(dataFile::printers);
         std::u16string text = GetURL(url);
         log_.Log(u"IServerInterface_GetPrintersFile: Successfully obtained list of printer names.");
         return text;
@@ -124,15 +125,15 @@ std::u16string clsServerInterfaceHTTP::IServerInterface_GetPrintersFile() {
 }
 
 std::u16string clsServerInterfaceHTTP::IServerInterface_GetServersFile() {
-    return GetURL(DataUrl(u"Servers.txt"));
+    return GetURL(DataUrl(dataFile::servers));
 }
 
 std::u16string clsServerInterfaceHTTP::IServerInterface_GetClientSettingsFile() {
-    return GetURL(DataUrl(u"ClientSet.txt"));
+    return GetURL(DataUrl(dataFile::clientSettings));
 }
 
 bool clsServerInterfaceHTTP::IServerInterface_TestHealth() {
-    return TestURL(DataUrl(u"ClientSet.txt"));
+    return TestURL(DataUrl(dataFile::clientSettings));
 }
 
 std::u16string clsServerInterfaceHTTP::IServerInterface_GetJobCounter() {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "common/Services.h"
 #include "server/IServerInterface.h"
@@ -31,7 +32,7 @@ class clsServerInterfaceHTTP : public IServerInterface {
     std::u16string IServerInterface_GetJobNotificationFile(std::int32_t jobId) override;
     bool IServerInterface_TestJobNotificationFile(std::int32_t jobId) override;
 
-    std::u16string DataUrl(const std::u16string& name) const;
+    std::u16string DataUrl(std::u16string_view name) const;
     std::u16string JobUrl(const std::u16string& name) const;
     // The text of a file that begins with a UTF-16 byte-order mark; anything else is the empty text.
     std::u16string GetURL(const std::u16string& url);

@@ -32,12 +32,12 @@ std::shared_ptr<IServerInterface> clsServerInterfaces::Interface(const std::u16s
 }
 
 void clsServerInterfaces::Renew() {
-    type_ = 0;
+    type_ = typeFile;
     interfaces_.clear();
 }
 
 std::shared_ptr<IServerInterface> clsServerInterfaces::Make() const {
-    if (type_ != 0) {
+    if (type_ != typeFile) {
         return std::make_shared<clsServerInterfaceHTTP>(files_, internet_, messages_, boxes_, texts_, log_, userName_);
     }
     return std::make_shared<clsServerInterfaceFile>(files_, log_, userName_);

@@ -22,8 +22,11 @@ class clsServerInterfaces {
     clsServerInterfaces(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes,
                         MessageTexts& texts, TraceLog& log, std::u16string userName);
 
-    // The transport of the interfaces made from now on: 0 file shares (the default), anything else HTTP. Those made
-    // already keep theirs.
+    static constexpr std::int32_t typeFile = 0;
+    static constexpr std::int32_t typeHTTP = 1;
+
+    // The transport of the interfaces made from now on: file shares for 0 (the default), HTTP for any other number.
+    // Those made already keep theirs.
     void InterfaceType(std::int32_t type);
     // The server's interface, made at the first request without asking the server, with its ServerName set to the
     // name in upper case.
@@ -41,7 +44,7 @@ class clsServerInterfaces {
     MessageTexts& texts_;
     TraceLog& log_;
     const std::u16string userName_;
-    std::int32_t type_ = 0;
+    std::int32_t type_ = typeFile;
     std::map<std::u16string, std::shared_ptr<IServerInterface>> interfaces_;
 };
 

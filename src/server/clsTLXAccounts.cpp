@@ -3,6 +3,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
+#include "server/Shares.h"
 
 namespace korvanta {
 
@@ -29,7 +30,7 @@ clsTLXAccounts::clsTLXAccounts(FileSystem& files, MutexFactory& mutexes, TraceLo
     : files_(files),
       mutexes_(mutexes),
       log_(log),
-      serverFile_(u"\\\\" + primaryServerName + u"\\TLXData$\\Accounts.txt"),
+      serverFile_(Shares(primaryServerName).AccountsFile()),
       localCopy_(files.TemporaryFolder() + u"\\tlxact.txt") {}
 
 bool clsTLXAccounts::LoadAccounts() {

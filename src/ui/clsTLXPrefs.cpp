@@ -4,6 +4,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
+#include "server/Shares.h"
 
 namespace korvanta {
 
@@ -37,7 +38,7 @@ clsTLXPrefs::clsTLXPrefs(FileSystem& files, MutexFactory& mutexes, const std::u1
     : files_(files),
       mutexes_(mutexes),
       localPath_(files.TemporaryFolder() + u"\\tlxpref.txt"),
-      serverPath_(u"\\\\" + primaryServerName + u"\\TLXPrefs$\\" + userName + u".txt") {
+      serverPath_(Shares(primaryServerName).PreferencesFile(userName)) {
     settled_ = LoadPrefs(serverPath_) || LoadPrefs(localPath_);
     if (!settled_) {
         keys_.Clear();

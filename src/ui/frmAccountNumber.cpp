@@ -10,6 +10,8 @@
 #include "common/Text.h"
 #include "common/TextStream.h"
 #include "controls/AccessKey.h"
+#include "server/PrinterName.h"
+#include "server/Shares.h"
 
 namespace korvanta {
 
@@ -319,11 +321,12 @@ void frmAccountNumber::Submit(const Choice& choice) {
 
 frmAccountNumber::Notified frmAccountNumber::Notify(const clsJobInfo& job, const Choice& choice) {
     try {
-        const std::optional<std::u16string> folder = NotificationFolder(job.FullPrinterName);
-        if (!folder) {
+        const std::optional<std::u16string> server = PrinterName(job.FullPrinterName).Server();
+        if (!server) {
             return Notified::NoServer;
         }
-        const std::u16string path = *folder + NotificationFileName(job.MachineName, job.PrinterHandle, job.JobID);
+        const std::u16string path = Shares(*server).AccountNotificationFile(
+            NotificationFileName(job.MachineName, job.PrinterHandle, job.JobID));
         return WriteNotification(path, job, choice) ? Notified::Yes : Notified::No;
     } catch (const std::exception&) {
         return Notified::No;

@@ -99,7 +99,7 @@ TEST_F(MainFormTest, ChangedDetectionMethodReplacesTheDetectorAtAFullRefresh) {
     Form().cmdRefresh.HandleClick();
     Tick();
     EXPECT_EQ(Form().lblJobDetectionMethod.Caption(), u"Printer monitoring");
-    EXPECT_EQ(Form().CurrentDetectionMethod(), 1);
+    EXPECT_EQ(Form().CurrentDetectionMethod(), DetectionMethod::Printer);
     EXPECT_NE(Form().JobDetectionObject(), before);
     PublishSettings(Settings(u"2"));
     Form().cmdRefresh.HandleClick();
@@ -286,7 +286,7 @@ TEST_F(MainFormTest, RefreshThatReplacesTheDetectorInTheMiddleOfAClockTickLosesN
     Tick(3);
     windows.messageLoop.onRunPending = nullptr;
     EXPECT_TRUE(done);
-    EXPECT_EQ(Form().CurrentDetectionMethod(), 1);
+    EXPECT_EQ(Form().CurrentDetectionMethod(), DetectionMethod::Printer);
     EXPECT_EQ(program->AccountDialog()->lblJobsQueued.Caption(), u"1");
 }
 

@@ -143,31 +143,6 @@ TEST(TextTest, BooleansAreWrittenForLogsAndForFiles) {
     EXPECT_EQ(BooleanDigit(false), u"0");
 }
 
-TEST(TextTest, APrinterNameIsSplitAtItsFirstSingleBackslash) {
-    const PrinterNameParts parts = SplitPrinterName(u"\\\\srv\\laser");
-    EXPECT_TRUE(parts.hasServer);
-    EXPECT_EQ(parts.server, u"srv");
-    EXPECT_EQ(parts.printer, u"laser");
-    EXPECT_EQ(SplitPrinterName(u"\\\\srv\\a\\b").printer, u"a\\b");
-    EXPECT_EQ(SplitPrinterName(u"\\\\srv\\").printer, u"");
-    EXPECT_TRUE(SplitPrinterName(u"\\\\srv\\").hasServer);
-}
-
-TEST(TextTest, APrinterNameWithoutBackslashesIsThePrinterAlone) {
-    for (const std::u16string& name : {std::u16string(u"laser"), std::u16string(u"\\\\laser"), std::u16string()}) {
-        const PrinterNameParts parts = SplitPrinterName(name);
-        EXPECT_FALSE(parts.hasServer);
-        EXPECT_EQ(parts.server, u"");
-        EXPECT_EQ(parts.printer, name.empty() ? u"" : u"laser");
-    }
-}
-
-TEST(TextTest, BackslashPairsInsideAPrinterNameGoToo) {
-    EXPECT_EQ(SplitPrinterName(u"\\\\srv\\\\laser").printer, u"srvlaser");
-    EXPECT_EQ(SplitPrinterName(u"\\\\\\srv\\laser").server, u"");
-    EXPECT_EQ(SplitPrinterName(u"\\\\\\srv\\laser").printer, u"srv\\laser");
-}
-
 TEST(TextTest, ValuesAreFilledInWhereTheTextHasPlacesForThem) {
     EXPECT_EQ(FillIn(u"Error %2 (%1) at %2", {u"x", u"7"}), u"Error 7 (x) at 7");
     EXPECT_EQ(FillIn(u"%1%3%0%% 100% %", {u"%2", u"no"}), u"%2%3%0%% 100% %");

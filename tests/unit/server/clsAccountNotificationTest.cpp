@@ -147,25 +147,5 @@ TEST_F(AccountNotification, TheFilesNameIsMachineHandleAndJob) {
     EXPECT_EQ(NotificationFileName(u"WS17", -1, 0), u"WS17.-1.0.tlx");
 }
 
-TEST_F(AccountNotification, TheFileGoesToTheServerThatHoldsThePrinter) {
-    const auto folder = NotificationFolder(u"\\\\PRINTSRV\\Laser");
-    ASSERT_TRUE(folder.has_value());
-    EXPECT_EQ(*folder + NotificationFileName(u"WS17", 0, 5), u"\\\\PRINTSRV\\TLXActN$\\WS17.0.5.tlx");
-    EXPECT_EQ(NotificationFolder(u"\\\\PRINTSRV\\a\\b"), u"\\\\PRINTSRV\\TLXActN$\\");
-    EXPECT_EQ(NotificationFolder(u"PRINTSRV\\Laser"), u"\\\\PRINTSRV\\TLXActN$\\");
-}
-
-TEST_F(AccountNotification, PairsOfBackslashesAreNoSeparators) {
-    EXPECT_EQ(NotificationFolder(u"\\\\\\\\PRINTSRV\\Laser"), u"\\\\PRINTSRV\\TLXActN$\\");
-    EXPECT_EQ(NotificationFolder(u"\\\\\\PRINTSRV\\Laser"), u"\\\\\\TLXActN$\\");
-    EXPECT_FALSE(NotificationFolder(u"\\\\PRINTSRV\\\\Laser").has_value());
-}
-
-TEST_F(AccountNotification, APrinterNameWithoutAServerHasNoFolder) {
-    EXPECT_FALSE(NotificationFolder(u"Laser").has_value());
-    EXPECT_FALSE(NotificationFolder(u"").has_value());
-    EXPECT_FALSE(NotificationFolder(u"\\\\Laser").has_value());
-}
-
 }  // namespace
 }  // namespace korvanta
