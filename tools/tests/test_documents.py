@@ -65,6 +65,22 @@ def missing_files(root):
     return missing
 
 
+def misplaced_names(root):
+    """What HACKING says to live in a room (`- **`room/`**: ...`) and no file of that room knows."""
+    misplaced = []
+    bullets = re.findall(r"^ *- \*\*`([\w/]+)/`\*\*: (.*?)(?=^ *- |^$)", (root / "HACKING.md").read_text("utf-8"),
+                         flags=re.M | re.S)
+    for room, said in bullets:
+        folder = root / "src" / room
+        if not folder.is_dir():
+            folder = root / "src" / "platform" / "win32" / room
+        files = sorted(folder.glob("*.*")) or sorted(folder.rglob("*.*"))
+        held = "\n".join(f"{file.stem} {file.read_text('utf-8', errors='replace')}" for file in files)
+        misplaced += [f"{room}: {name}" for name in re.findall(r"`(\w+)`", said)
+                      if not re.search(rf"\b{name}\b", held)]
+    return misplaced
+
+
 def missing_pages(root):
     """Pages that a comment in the code sends its reader to, and that are not there."""
     return [f"{source.relative_to(root)}: {name}"
@@ -83,6 +99,9 @@ class Documents(unittest.TestCase):
     def test_every_page_that_the_code_names_is_there(self):
         self.assertEqual(missing_pages(REPOSITORY), [])
 
+    def test_what_the_page_for_newcomers_says_of_a_room_lives_there(self):
+        self.assertEqual(misplaced_names(REPOSITORY), [])
+
     def test_the_page_for_newcomers_fits_on_three_screens(self):
         lines = (REPOSITORY / "HACKING.md").read_text("utf-8").splitlines()
         self.assertLessEqual(len(lines), 150)
@@ -97,7 +116,8 @@ class TheCheckItself(unittest.TestCase):
         (self.root / "docs").mkdir()
         (self.root / "tools").mkdir()
         (self.root / "tools" / "hammer").touch()
-        (self.root / "docs" / "other.md").write_text("# Any title\n\n## It's `So.txt`\n\n## Twice\n\n## Twice\n", "utf-8")
+        (self.root / "docs" / "other.md").write_text("# Any title\n\n## It's `So.txt`\n\n## Twice\n\n## Twice\n",
+                                                     "utf-8")
 
     def page(self, text):
         (self.root / "page.md").write_text(text, "utf-8")
@@ -118,6 +138,14 @@ class TheCheckItself(unittest.TestCase):
     def test_a_file_that_is_not_there_is_found(self):
         self.page("`tools/hammer --hard`, tools/*, `tools/h*`, `build/tools/saw`, `./tools/saw`, docs/none.md.")
         self.assertEqual(missing_files(self.root), ["page.md: tools/saw", "page.md: docs/none.md"])
+
+    def test_a_name_in_the_wrong_room_is_found(self):
+        for room in ("ui", "platform/win32/peers"):
+            (self.root / "src" / room).mkdir(parents=True)
+        (self.root / "src" / "ui" / "Queue.h").write_text("class Queue {};\n", "utf-8")
+        (self.root / "HACKING.md").write_text("- **`ui/`**: the `Queue`\n  and `Spooler`.\n"
+                                              "  - **`peers/`**: `Queue`.\n\n`Elsewhere`\n", "utf-8")
+        self.assertEqual(misplaced_names(self.root), ["ui: Spooler", "peers: Queue"])
 
     def test_a_page_that_is_not_there_is_found(self):
         (self.root / "src").mkdir()
