@@ -4,28 +4,13 @@
 
 namespace korvanta {
 
-namespace {
-
-class Marked {
-  public:
-    explicit Marked(bool& mark) : mark_(mark) { mark_ = true; }
-    ~Marked() { mark_ = false; }
-    Marked(const Marked&) = delete;
-    Marked& operator=(const Marked&) = delete;
-
-  private:
-    bool& mark_;
-};
-
-}  // namespace
-
 OneAtATime::OneAtATime(std::function<void()> rebuild) : rebuild_(std::move(rebuild)) {}
 
 void OneAtATime::Run(const std::function<void()>& operation) {
-    if (busy_) {
+    const ReentryFlag::Scope running(running_);
+    if (!running.Entered()) {
         return;
     }
-    const Marked busy(busy_);
     operation();
     while (rebuildWaits_) {
         rebuildWaits_ = false;
@@ -34,7 +19,7 @@ void OneAtATime::Run(const std::function<void()>& operation) {
 }
 
 void OneAtATime::Rebuild() {
-    if (busy_) {
+    if (running_.IsSet()) {
         rebuildWaits_ = true;
         return;
     }

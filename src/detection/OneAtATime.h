@@ -2,28 +2,30 @@
 
 #include <functional>
 
+#include "controls/ReentryFlag.h"
+
 namespace korvanta {
 
-// Keeps a detector's operations apart, although messages that run during one may call for the next. What arrives
-// meanwhile is not nested into the operation under way: a search is left to it, a rebuild waits for its end.
+// Keeps a detector's operations apart, although one that lets messages run is re-entrant. Inside an operation a further
+// search is ignored, since the one that is running finds the same jobs; a rebuild is deferred until it ends.
 class OneAtATime {
   public:
     explicit OneAtATime(std::function<void()> rebuild);
     OneAtATime(const OneAtATime&) = delete;
     OneAtATime& operator=(const OneAtATime&) = delete;
 
-    // Whether the operation under way has better end soon, what it works with being out of date.
+    // True while a deferred rebuild waits: the running operation works on stale data and should stop.
     bool RebuildWaits() const { return rebuildWaits_; }
 
-    // Runs the operation and then the rebuild that was asked for meanwhile; does nothing while one is under way. What
-    // the operation raises leaves here, and the rebuild then waits for the next operation's end.
+    // Runs the operation and then the rebuild that was asked for inside it; does nothing inside another operation.
+    // What the operation raises leaves here, and the rebuild then follows the next operation.
     void Run(const std::function<void()>& operation);
-    // Runs the rebuild, now or at the end of the operation under way.
+    // Runs the rebuild, or defers it inside an operation.
     void Rebuild();
 
   private:
     const std::function<void()> rebuild_;
-    bool busy_ = false;
+    ReentryFlag running_;
     bool rebuildWaits_ = false;
 };
 
