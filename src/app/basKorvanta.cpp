@@ -222,8 +222,8 @@ std::shared_ptr<IJobDetectionObject> basKorvanta::MakeDetector(DetectionMethod m
                                                         platform_.messageLoop, information_, log_);
     }
     return std::make_shared<clsJobDetectionFile>(*serverInterfaces_, *printersMonitored_, clientSettings_,
-                                                 platform_.mutexes, platform_.clock, platform_.system, log_,
-                                                 information_.UserName());
+                                                 platform_.mutexes, platform_.clock, platform_.system,
+                                                 platform_.spooler, log_, information_.UserName());
 }
 
 void basKorvanta::MakeForms() {

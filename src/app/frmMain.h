@@ -47,7 +47,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
 
     void Start();
     // The detection object in use, none before the form is loaded.
-    const IJobDetectionObject* JobDetectionObject() const { return detector_.get(); }
+    IJobDetectionObject* JobDetectionObject() const { return detector_.get(); }
     // Takes the icon out of the notification area as well, should it still be there.
     void Detach() override;
 

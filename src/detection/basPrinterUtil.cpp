@@ -1,10 +1,10 @@
 #include "detection/basPrinterUtil.h"
 
-#include "detection/clsJobDetectionFile.h"
-
 namespace korvanta {
 
-namespace {
+bool CancelPrintJob(Spooler& spooler, IJobDetectionObject* activeDetector, const clsJobInfo& job) {
+    return activeDetector != nullptr ? activeDetector->CancelJob(job) : CancelByHandle(spooler, job);
+}
 
 bool CancelByName(Spooler& spooler, const clsJobInfo& job) {
     PrinterHandle handle = 0;
@@ -14,12 +14,7 @@ bool CancelByName(Spooler& spooler, const clsJobInfo& job) {
     return cancelled;
 }
 
-}  // namespace
-
-bool CancelPrintJob(Spooler& spooler, const IJobDetectionObject* activeDetector, const clsJobInfo& job) {
-    if (dynamic_cast<const clsJobDetectionFile*>(activeDetector) != nullptr) {
-        return CancelByName(spooler, job);
-    }
+bool CancelByHandle(Spooler& spooler, const clsJobInfo& job) {
     return spooler.SetJob(job.PrinterHandle, job.JobID, cancelJobCommand) != 0;
 }
 

@@ -6,8 +6,13 @@
 
 namespace korvanta {
 
-// Cancels the job in the spooler; true when the spooler did. With file-based detection active no handle of the job's
-// printer is held, and one is opened by name for the call. `activeDetector` may be null.
-bool CancelPrintJob(Spooler& spooler, const IJobDetectionObject* activeDetector, const clsJobInfo& job);
+// Cancels the job in the way of the active detector, or by the handle that the job carries when there is none; true
+// when the spooler did it.
+bool CancelPrintJob(Spooler& spooler, IJobDetectionObject* activeDetector, const clsJobInfo& job);
+
+// Opens the job's printer by name for the call. Only a result above 0 counts as success.
+bool CancelByName(Spooler& spooler, const clsJobInfo& job);
+// Uses the printer handle that the job carries. Any result but 0 counts as success.
+bool CancelByHandle(Spooler& spooler, const clsJobInfo& job);
 
 }  // namespace korvanta

@@ -6,6 +6,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "detection/Activities.h"
+#include "detection/basPrinterUtil.h"
 #include "detection/clsPrintersMonitored.h"
 #include "server/PrinterName.h"
 #include "server/clsClientSettings.h"
@@ -29,10 +30,12 @@ std::u16string ServerOf(const std::u16string& fullPrinterName) {
 clsJobDetectionFile::clsJobDetectionFile(clsServerInterfaces& serverInterfaces,
                                          const clsPrintersMonitored& printersMonitored,
                                          const clsClientSettings& clientSettings, MutexFactory& mutexes, Clock& clock,
-                                         System& system, TraceLog& log, const std::u16string& windowsUserName)
+                                         System& system, Spooler& spooler, TraceLog& log,
+                                         const std::u16string& windowsUserName)
     : serverInterfaces_(serverInterfaces),
       printersMonitored_(printersMonitored),
       clientSettings_(clientSettings),
+      spooler_(spooler),
       log_(log),
       jobHistories_(mutexes, log),
       fileSurroundings_{
@@ -81,6 +84,11 @@ void clsJobDetectionFile::IJobDetectionObject_MonitorClockTick() {
     });
 }
 
+// No handle of the printer is held here.
+bool clsJobDetectionFile::IJobDetectionObject_CancelJob(const clsJobInfo& objJobInfo) {
+    return CancelByName(spooler_, objJobInfo);
+}
+
 void clsJobDetectionFile::PollServers() {
     operations_.Run([this] { PollAllServers(); });
 }
@@ -90,7 +98,7 @@ void clsJobDetectionFile::Rebuild() {
     GetServerCounters();
 }
 
-// A printer name without a server ends the pass: which server it was meant for, nobody knows.
+// A printer name without a server ends the pass with an error in the log.
 void clsJobDetectionFile::FindPrinters() {
     log_.Log(u"clsJobDetectionFile: Finding printers");
     for (const Variant& server : printersMonitored_.ServerList()->Items()) {
@@ -124,7 +132,7 @@ void clsJobDetectionFile::GetServerCounters() {
         try {
             files.CatchUp();
         } catch (...) {
-            // A user without jobs has no counter on this server: nothing that anybody needs to be told.
+            // A user who has never printed here has no counter, so a failure is nothing unusual.
             continue;
         }
     }

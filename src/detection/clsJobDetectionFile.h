@@ -12,6 +12,7 @@
 #include "detection/OneAtATime.h"
 #include "platform/Clock.h"
 #include "platform/Mutex.h"
+#include "platform/Spooler.h"
 #include "platform/System.h"
 
 namespace korvanta {
@@ -26,7 +27,7 @@ class clsJobDetectionFile : public IJobDetectionObject {
     // `windowsUserName` is the user's name in the letter case in which Windows keeps it.
     clsJobDetectionFile(clsServerInterfaces& serverInterfaces, const clsPrintersMonitored& printersMonitored,
                         const clsClientSettings& clientSettings, MutexFactory& mutexes, Clock& clock, System& system,
-                        TraceLog& log, const std::u16string& windowsUserName);
+                        Spooler& spooler, TraceLog& log, const std::u16string& windowsUserName);
 
     // Reads every file that has come since the last poll from every healthy server, and reports the jobs.
     void PollServers();
@@ -37,6 +38,7 @@ class clsJobDetectionFile : public IJobDetectionObject {
     void IJobDetectionObject_Start(IJobDetectionEventSink& objEventSink) override;
     void IJobDetectionObject_PrinterListChanged() override;
     void IJobDetectionObject_FullRefresh() override;
+    bool IJobDetectionObject_CancelJob(const clsJobInfo& objJobInfo) override;
 
     void Rebuild();
     void FindPrinters();
@@ -48,6 +50,7 @@ class clsJobDetectionFile : public IJobDetectionObject {
     clsServerInterfaces& serverInterfaces_;
     const clsPrintersMonitored& printersMonitored_;
     const clsClientSettings& clientSettings_;
+    Spooler& spooler_;
     TraceLog& log_;
     IJobDetectionEventSink* eventSink_ = nullptr;
     JobHistories jobHistories_;

@@ -7,6 +7,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "detection/Activities.h"
+#include "detection/basPrinterUtil.h"
 #include "detection/clsJobInfo.h"
 #include "detection/clsPrintersMonitored.h"
 #include "server/clsClientSettings.h"
@@ -18,18 +19,18 @@ namespace {
 constexpr std::uint32_t jobAdded = 0x100;
 constexpr std::uint32_t allJobs = 0xFFFFFFFF;
 constexpr std::size_t blockWords = 16;
-// For jobs that arrive between asking for the size and asking for the jobs.
+// Room for jobs that arrive between the call that asks for the size and the one that asks for the jobs.
 constexpr std::uint32_t spareBytes = 1000;
 constexpr std::size_t healthTestWords = 1001;
 constexpr std::uint32_t healthTestBytes = 4000;
 
-// Signals served in one tick. Handles that their server has left signalled for good would keep the program from ending
-// and a detector that replaces this one from ticking.
+// Signals served in one tick. A handle that stays signalled for good, as after a restart of its spooler, would
+// otherwise never let the tick end.
 constexpr int mostSignals = 1000;
 
 constexpr std::uint32_t waitTimedOut = 258;
 constexpr std::uint32_t waitFailed = 0xFFFFFFFF;
-// The system takes no more handles in one call.
+// WaitForMultipleObjects takes no more handles in one call.
 constexpr std::size_t mostWaitHandles = 64;
 
 std::vector<std::uint32_t> WordsFor(std::uint32_t bytes) {
@@ -87,7 +88,7 @@ void clsJobDetectionPrinter::IJobDetectionObject_MonitorClockTick() {
             operations_.Run([this] { PollPrinters(); });
         }
     } catch (...) {
-        // The next tick looks again; what was not reached is still in the queue then.
+        // The jobs are still in their queues, and the next tick looks again.
         return;
     }
 }
@@ -112,7 +113,11 @@ bool clsJobDetectionPrinter::IJobDetectionObject_TestServerHealth() {
     return true;
 }
 
-// Until the new printers are complete, the earlier ones stay in use.
+bool clsJobDetectionPrinter::IJobDetectionObject_CancelJob(const clsJobInfo& objJobInfo) {
+    return CancelByHandle(spooler_, objJobInfo);
+}
+
+// The former printers stay in use until the new ones are complete: messages that run meanwhile may test them.
 void clsJobDetectionPrinter::OpenPrinters() {
     const bool isWindowsNT = systemInformation_.IsWindowsNT();
     std::vector<Printer> printers;
@@ -129,7 +134,7 @@ void clsJobDetectionPrinter::OpenPrinters() {
     printers_ = std::move(printers);
 }
 
-// Why the printer cannot be watched; empty when it can.
+// Returns why the printer cannot be watched; empty when it can.
 std::u16string clsJobDetectionPrinter::OpenPrinter(Printer& printer, bool isWindowsNT) {
     if (!spooler_.OpenPrinter(printer.name, printer.handle)) {
         return u"OpenPrinter call failed: " + CodeText(spooler_.LastError());
@@ -149,7 +154,7 @@ void clsJobDetectionPrinter::ProcessAllPrinters(bool silent) {
     }
 }
 
-// A failure ends it for this printer only; the log has what was done so far.
+// A failure concerns this printer only; the log shows how far it came.
 void clsJobDetectionPrinter::ProcessNewJobs(const Printer& printer, bool silent) {
     try {
         EnumerateAndReport(printer, silent);
@@ -203,7 +208,8 @@ void clsJobDetectionPrinter::PollPrinters() {
     }
 }
 
-// The Windows NT family. Messages run between two signals, and may ask for the printers to be looked up anew.
+// The Windows NT family. Messages that run between two signals may ask for a rebuild, which then waits for the end of
+// this tick.
 void clsJobDetectionPrinter::ServeSignalledPrinters() {
     eventSink_->Activity(activity::checkingForJobs);
     for (int signals = 0; signals < mostSignals && !operations_.RebuildWaits(); ++signals) {
@@ -222,7 +228,7 @@ void clsJobDetectionPrinter::ServeSignalledPrinters() {
     }
 }
 
-// The index of a printer whose handle is signalled. None when none is, and for a failure, which is in the log then.
+// The index of a printer whose handle is signalled. None when no handle is, and after a failure, which is logged.
 std::optional<std::size_t> clsJobDetectionPrinter::SignalledPrinter() {
     std::size_t first = 0;
     do {

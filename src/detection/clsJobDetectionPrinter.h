@@ -20,9 +20,8 @@ namespace korvanta {
 class clsClientSettings;
 class clsPrintersMonitored;
 
-// Finds jobs by asking this machine's spooler: on the Windows NT family when it signals that a job was added, on
-// Windows 95/98/Me every so many ticks. Printers once opened stay open for the life of the process, since job records
-// carry their handles.
+// Finds jobs by asking this machine's spooler: on the Windows NT family whenever it signals that a job was added, on
+// Windows 95/98/Me every so many ticks. A printer that was opened is never closed, since job records carry its handle.
 class clsJobDetectionPrinter : public IJobDetectionObject {
   public:
     clsJobDetectionPrinter(Spooler& spooler, WaitableHandles& waitableHandles,
@@ -36,7 +35,7 @@ class clsJobDetectionPrinter : public IJobDetectionObject {
         ChangeHandle changeHandle = 0;  // 0 on Windows 95/98/Me
         std::u16string name;            // full printer name
     };
-    // One answer of the spooler to the question for a printer's jobs.
+    // What one enumeration of a printer's jobs gave.
     struct Jobs {
         std::vector<std::uint32_t> words;
         std::uint32_t neededBytes = 0;
@@ -49,6 +48,7 @@ class clsJobDetectionPrinter : public IJobDetectionObject {
     void IJobDetectionObject_Start(IJobDetectionEventSink& objEventSink) override;
     void IJobDetectionObject_PrinterListChanged() override;
     void IJobDetectionObject_FullRefresh() override;
+    bool IJobDetectionObject_CancelJob(const clsJobInfo& objJobInfo) override;
 
     void OpenPrinters();
     std::u16string OpenPrinter(Printer& printer, bool isWindowsNT);

@@ -134,6 +134,7 @@ class Play {
                                   organisation_.platform.mutexes,
                                   organisation_.platform.clock,
                                   organisation_.platform.system,
+                                  organisation_.platform.spooler,
                                   organisation_.log,
                                   u"JSmith"};
     std::int32_t nextFile_ = 0;

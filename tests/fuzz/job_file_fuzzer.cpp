@@ -90,7 +90,8 @@ void Poll(fuzz::Input& input) {
     organisation.printersMonitored.RefreshPrinterLists();
     clsJobDetectionFile detector(organisation.serverInterfaces, organisation.printersMonitored, organisation.settings,
                                  organisation.platform.mutexes, organisation.platform.clock,
-                                 organisation.platform.system, organisation.log, u"JSmith");
+                                 organisation.platform.system, organisation.platform.spooler, organisation.log,
+                                 u"JSmith");
     tests::RecordingSink sink;
     static_cast<IJobDetectionObject&>(detector).Start(sink);
 

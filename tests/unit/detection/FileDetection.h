@@ -12,6 +12,18 @@
 
 namespace korvanta::tests {
 
+// A spooler that answers a cancelling as it is told to.
+class AnsweringSpooler : public fakes::FakeSpooler {
+  public:
+    using FakeSpooler::FakeSpooler;
+    std::int32_t setJobResult = 1;
+
+    std::int32_t SetJob(PrinterHandle handle, std::int32_t jobId, std::uint32_t command) override {
+        FakeSpooler::SetJob(handle, jobId, command);
+        return setJobResult;
+    }
+};
+
 // One server "srv" with one printer to begin with, over file shares. Its counter is missing.
 class FileDetection : public testing::Test {
   protected:
@@ -54,6 +66,7 @@ class FileDetection : public testing::Test {
     Organisation organisation_;
     fakes::FakeFileSystem& files_ = organisation_.platform.files;
     fakes::FakeSystem& system_ = organisation_.platform.system;
+    AnsweringSpooler spooler_{organisation_.platform.waitableHandles};
     RecordingSink sink_;
     clsJobDetectionFile detector_{organisation_.serverInterfaces,
                                   organisation_.printersMonitored,
@@ -61,6 +74,7 @@ class FileDetection : public testing::Test {
                                   organisation_.platform.mutexes,
                                   organisation_.platform.clock,
                                   system_,
+                                  spooler_,
                                   organisation_.log,
                                   u"JSmith"};
 };

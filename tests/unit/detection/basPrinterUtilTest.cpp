@@ -10,17 +10,6 @@ namespace {
 
 const std::u16string laser = u"\\\\srv\\laser";
 
-class AnsweringSpooler : public fakes::FakeSpooler {
-  public:
-    using FakeSpooler::FakeSpooler;
-    std::int32_t setJobResult = 1;
-
-    std::int32_t SetJob(PrinterHandle handle, std::int32_t jobId, std::uint32_t command) override {
-        FakeSpooler::SetJob(handle, jobId, command);
-        return setJobResult;
-    }
-};
-
 class CancelWithFileDetection : public FileDetection {
   protected:
     CancelWithFileDetection() {
@@ -31,7 +20,6 @@ class CancelWithFileDetection : public FileDetection {
         job_.PrinterHandle = 99;
     }
 
-    AnsweringSpooler spooler_{organisation_.platform.waitableHandles};
     clsJobInfo job_;
 };
 
@@ -65,10 +53,10 @@ class CancelWithPrinterDetection : public CancelWithFileDetection {
 };
 
 TEST_F(CancelWithPrinterDetection, UsesTheHandleThatTheRecordCarries) {
-    const clsJobDetectionPrinter detector(spooler_, organisation_.platform.waitableHandles,
-                                          organisation_.printersMonitored, organisation_.settings,
-                                          organisation_.platform.mutexes, organisation_.platform.messageLoop,
-                                          organisation_.systemInformation, organisation_.log);
+    clsJobDetectionPrinter detector(spooler_, organisation_.platform.waitableHandles, organisation_.printersMonitored,
+                                    organisation_.settings, organisation_.platform.mutexes,
+                                    organisation_.platform.messageLoop, organisation_.systemInformation,
+                                    organisation_.log);
     EXPECT_TRUE(CancelPrintJob(spooler_, &detector, job_));
     EXPECT_EQ(spooler_.log, Texts{u"SetJob 4096 17 3"});
     EXPECT_EQ(spooler_.Jobs(laser).size(), 0U);

@@ -152,6 +152,42 @@ TEST_F(JobDetectionFile, UnchangedCounterReadsNothing) {
     EXPECT_EQ(Calls(u"OpenForReading \\\\SRV\\TLXData$\\jobs\\jsmith.005"), 0);
 }
 
+TEST_F(JobDetectionFile, ServerBehindOneWithoutACounterHasItsFilesRead) {
+    organisation_.AddServer(u"other");
+    Publish({u"laser", u"\\\\other\\laser"}, {u"other"});
+    organisation_.SetCounter(u"other", u"5");
+    Start();
+    organisation_.WriteJob(u"other", 5, u"job");
+    organisation_.SetCounter(u"other", u"6");
+    SetCounter(u"no number");
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+}
+
+TEST_F(JobDetectionFile, CounterStaysWhenTheSinkRaisesSoThatTheFilesBehindAreReadNextTime) {
+    SetCounter(u"5");
+    Start();
+    WriteJobs(5, 7);
+    SetCounter(u"8");
+    sink_.onJob = Once([] { throw Error(5, u"sink", u"failed"); });
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.Documents(), Texts{u"5"});
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6", u"7"}));
+}
+
+TEST_F(JobDetectionFile, PollStaysAtAFileWhoseReportRaises) {
+    SetCounter(u"5");
+    Start();
+    WriteJobs(5, 6);
+    sink_.onJob = Once([] { throw Error(5, u"sink", u"failed"); });
+    EXPECT_THROW(detector_.PollServers(), Error);
+    organisation_.log.lines.clear();
+    detector_.PollServers();
+    EXPECT_EQ(OwnLines()[1], u"Testing for job notification file 5");
+    EXPECT_EQ(sink_.Documents(), (Texts{u"5", u"6"})) << "the history knows the first";
+}
+
 TEST_F(JobDetectionFile, CounterMayEndWithALineBreak) {
     WriteJobs(0, 4);
     SetCounter(u" 5 \r\n");
@@ -334,7 +370,7 @@ TEST_F(JobDetectionFile, HealthTestOfNoServerPasses) {
     const clsPrintersMonitored nothing(organisation_.serverInterfaces, organisation_.platform.mutexes,
                                        organisation_.log, u"srv");
     clsJobDetectionFile detector(organisation_.serverInterfaces, nothing, organisation_.settings,
-                                 organisation_.platform.mutexes, organisation_.platform.clock, system_,
+                                 organisation_.platform.mutexes, organisation_.platform.clock, system_, spooler_,
                                  organisation_.log, u"JSmith");
     IJobDetectionObject& object = detector;
     files_.Down(u"srv");
@@ -372,6 +408,16 @@ TEST_F(JobDetectionFileTicks, IntervalOfZeroPollsAtEveryTick) {
     Start();
     EXPECT_EQ(PollsOfTicks(3), (std::vector<std::size_t>{1, 1, 1}));
     EXPECT_EQ(sink_.activities, (Texts{u"Polling servers", u"Polling servers", u"Polling servers"}));
+}
+
+TEST_F(JobDetectionFileTicks, IntervalThatChangesHoldsFromTheNextTick) {
+    organisation_.settings.FilePollingInterval(5);
+    Start();
+    EXPECT_EQ(PollsOfTicks(3), (std::vector<std::size_t>{0, 0, 0}));
+    organisation_.settings.FilePollingInterval(2);
+    EXPECT_EQ(PollsOfTicks(4), (std::vector<std::size_t>{1, 0, 1, 0}));
+    organisation_.settings.FilePollingInterval(4);
+    EXPECT_EQ(PollsOfTicks(4), (std::vector<std::size_t>{0, 0, 1, 0}));
 }
 
 TEST_F(JobDetectionFileTicks, PollsOfFilesAndOfCountersAlternate) {
