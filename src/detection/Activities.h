@@ -2,7 +2,7 @@
 
 namespace korvanta::activity {
 
-// What detectors tell the event sink that they are at. The sink may show it in another language.
+// What a detector can tell its event sink that it is doing. The sink may show it in another language.
 inline constexpr const char16_t* pollingServers = u"Polling servers";
 inline constexpr const char16_t* pollingPrinters = u"Polling printers";
 inline constexpr const char16_t* checkingForJobs = u"Checking for new jobs";

@@ -11,15 +11,15 @@
 
 namespace korvanta {
 
-// A detector's job histories, one per full printer name. They are made when first asked for and stay for good, so that
-// no job is reported again after the printers have been looked up anew.
+// A detector's job histories, one per full printer name. A history is created on first use and kept as long as the
+// detector, so that no job is reported again when the printers are looked up anew.
 class JobHistories {
   public:
     JobHistories(MutexFactory& mutexes, TraceLog& log);
 
     clsJobHistory& HistoryForPrinter(const std::u16string& fullPrinterName);
-    // Tells the sink of a job that its printer's history does not know, or enters it silently. When memory runs out
-    // over it the job stays unknown, so that it is found once more.
+    // Reports the job to the sink unless the history of its printer holds it; `silent` enters it without reporting.
+    // Raises what the sink raises. When memory runs out the job is forgotten, so that the next look finds it again.
     void Report(const std::shared_ptr<clsJobInfo>& job, IJobDetectionEventSink& sink, bool silent = false);
 
   private:

@@ -9,15 +9,15 @@
 
 namespace korvanta {
 
-// The last 100 jobs seen on one printer. Jobs are the same when user, printer, document and the three time words are;
-// the job identifier is not asked, since the spooler gives it again.
+// The last 100 jobs seen on one printer. Two records are the same job when user, printer, document and the three time
+// words are equal. The job identifier is not compared, since the spooler uses it again for other jobs.
 class clsJobHistory {
   public:
     clsJobHistory(MutexFactory& mutexes, TraceLog& log);
 
-    // True for a job that is not remembered; it is from now on.
+    // True for a job that is not in the history; it is added then.
     bool CheckNewJob(const std::shared_ptr<clsJobInfo>& objJobInfo);
-    // Takes back that this very record was remembered. Needs no memory.
+    // Removes this very record again, if it is there. Allocates no memory.
     void Forget(const std::shared_ptr<clsJobInfo>& job);
 
   private:

@@ -17,7 +17,7 @@ Error OutOfRange() {
     return {errorNumber::subscriptOutOfRange, u"clsJobInfo", u"Subscript out of range"};
 }
 
-// Fills the record from its ten lines, which `nextLine` gives one by one.
+// `nextLine` returns the ten lines one after the other.
 template <class NextLine>
 void ReadLines(clsJobInfo& job, NextLine nextLine) {
     job.JobID = ToInteger32(nextLine());
@@ -72,7 +72,7 @@ bool clsJobInfo::ReadFromTextStream(TextInput& objTS) {
 bool clsJobInfo::ReadFromString(const std::u16string& strFile) {
     std::u16string_view rest = strFile;
     bool ended = false;
-    // Takes no more lines than are asked for: whatever a server publishes, ten are enough.
+    // Lines are cut off one at a time and not all at once: a server may publish a huge file, and ten are enough.
     return TryReadLines(*this, [&rest, &ended] {
         if (ended) {
             throw OutOfRange();

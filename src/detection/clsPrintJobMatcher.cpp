@@ -86,7 +86,7 @@ bool clsPrintJobMatcher::JobMatch(const std::u16string& strUsername, const std::
     } else {
         matches = user == ownUserName_;
         if (method != matchMethod::user && matches) {
-            // Windows 95/98/Me takes the user's word, but still learns the name behind an address.
+            // On Windows 95/98/Me the user's name is enough; the machine is looked up for the log all the same.
             matches = IsOrResolvesToMachine(machine, desired) || isWindows9x;
         }
     }
@@ -102,7 +102,7 @@ bool clsPrintJobMatcher::IsOrResolvesToMachine(const std::u16string& machine, co
     return IsMachine(machine, desired) || (IsIPAddress(machine) && ResolvedName(machine) == desired.name);
 }
 
-// The address itself when no name is found for it.
+// Returns the address itself when no name is found for it.
 std::u16string clsPrintJobMatcher::ResolvedName(const std::u16string& address) {
     const auto known = resolvedNames_.find(address);
     if (known != resolvedNames_.end()) {

@@ -12,10 +12,11 @@ namespace korvanta {
 
 class clsClientSettings;
 
-// Decides whether a job belongs to the user at this machine.
+// Decides whether a job belongs to the user who is logged on to this machine.
 class clsPrintJobMatcher {
   public:
-    // Looks up this machine's names and address, which stay fixed. Raises what `systemInformation` raises.
+    // Looks up the user's and this machine's names and its address once and for all. Raises what `systemInformation`
+    // raises.
     clsPrintJobMatcher(SystemInformation& systemInformation, Sockets& sockets, System& system,
                        const clsClientSettings& clientSettings, TraceLog& log);
 

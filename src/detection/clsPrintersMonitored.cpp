@@ -20,8 +20,8 @@ void AppendRecords(List& list, const std::u16string& text) {
     }
 }
 
-// Whether the lists differ in length or the new one has a name that the old one has not. Ten thousand printers are
-// looked up in a set, where List::Contains would take as many steps for each.
+// Whether the lists differ in length or the new one has a name that the old one lacks. A set, since List::Contains
+// would compare each of ten thousand printers with all the others.
 bool Changed(const List& oldList, const List& newList) {
     const std::vector<Variant> oldNames = oldList.Items();
     const std::vector<Variant> newNames = newList.Items();
@@ -59,7 +59,7 @@ void clsPrintersMonitored::RefreshPrinterLists() {
             printersByServer_[server.Text()] = printers;
         }
     }
-    // A refresh that messages started meanwhile has renewed both lists; what follows goes by what is there now.
+    // Messages may have run another refresh meanwhile, which replaced both lists: read them again.
     const std::shared_ptr<List> printers = PrintersOfAllServers();
     const bool changed = Changed(*printerList_, *printers);
     printerList_ = printers;
@@ -67,7 +67,7 @@ void clsPrintersMonitored::RefreshPrinterLists() {
     log_.Log(u"Printer List Changed? " + BooleanText(changed));
 }
 
-// None on failure. An empty file is none: then the primary server is the only one.
+// Null on failure. An empty file is no failure: then the primary server is the only one.
 std::shared_ptr<List> clsPrintersMonitored::ReadServerNames() {
     try {
         auto servers = std::make_shared<List>(mutexes_);
@@ -79,7 +79,7 @@ std::shared_ptr<List> clsPrintersMonitored::ReadServerNames() {
     }
 }
 
-// None on failure; an empty text is what a server that cannot be read gives.
+// Null on failure. An empty text is one: a server that cannot be reached gives it too.
 std::shared_ptr<List> clsPrintersMonitored::ReadPrinterNames(const std::u16string& serverName) {
     try {
         const std::u16string text = serverInterfaces_.Interface(serverName)->GetPrintersFile();

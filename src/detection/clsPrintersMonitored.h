@@ -18,12 +18,12 @@ class clsPrintersMonitored {
     clsPrintersMonitored(clsServerInterfaces& serverInterfaces, MutexFactory& mutexes, TraceLog& log,
                          const std::u16string& primaryServerName);
 
-    // Server names; the primary server first, and again where the servers list names it too. Each refresh makes new
-    // lists, so who holds one keeps it as it is.
+    // Server names; the primary server first, and a second time where the servers list names it too. A refresh replaces
+    // the lists and never changes them, so a caller may hold on to one.
     std::shared_ptr<List> ServerList() const { return serverList_; }
     // Full printer names ("\\server\printer"), grouped by server in the order of ServerList; duplicates are kept.
     std::shared_ptr<List> PrinterList() const { return printerList_; }
-    // What the last completed refresh found; false before the first.
+    // Whether the last completed refresh changed PrinterList; false before the first.
     bool PrinterListChanged() const { return printerListChanged_; }
 
     // Reads all lists from the servers again. A server that cannot be read keeps its last known printers. Messages may
@@ -42,7 +42,8 @@ class clsPrintersMonitored {
     std::shared_ptr<List> serverList_;
     std::shared_ptr<List> printerList_;
     bool printerListChanged_ = false;
-    std::map<std::u16string, std::shared_ptr<List>> printersByServer_;  // the last that were read, by exact name
+    std::map<std::u16string, std::shared_ptr<List>>
+        printersByServer_;  // the last list that was read, by exact server name
 };
 
 }  // namespace korvanta
