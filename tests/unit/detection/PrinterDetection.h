@@ -19,7 +19,8 @@ class StrangeSpooler : public fakes::FakeSpooler {
     using FakeSpooler::FakeSpooler;
 
     std::vector<std::size_t> wordCounts;
-    std::int32_t claimedJobs = 0;  // what a successful enumeration says it returned, unless 0
+    std::int32_t claimedJobs = 0;    // what a successful enumeration says it returned, unless 0
+    std::int32_t successResult = 1;  // of an enumeration
     bool nullTexts = false;
 
     std::int32_t EnumJobs(PrinterHandle handle, std::uint32_t firstJob, std::uint32_t jobCount,
@@ -36,7 +37,7 @@ class StrangeSpooler : public fakes::FakeSpooler {
         if (result != 0 && claimedJobs != 0) {
             returnedJobs = static_cast<std::uint32_t>(claimedJobs);
         }
-        return result;
+        return result == 0 ? 0 : successResult;
     }
 };
 

@@ -135,6 +135,37 @@ TEST_F(JobDetectionPrinter, ReportOfAFailedPrinterComesBeforeItsLine) {
     EXPECT_TRUE(organisation_.log.HasStart(u"Warning"));
 }
 
+TEST_F(JobDetectionPrinter, LineOfAFailedPrinterHasTheErrorOfTheFailureAndNotOfWhatTheSinkDid) {
+    Publish({u"gone", u"mute"});
+    spooler_.RemovePrinter(u"\\\\srv\\gone");
+    spooler_.faults.FailOnce("FindFirstChange", 1, 120);
+    sink_.onPrinter = [this] { spooler_.lastError = 5; };
+    Start();
+    EXPECT_TRUE(
+        organisation_.log.Has(u"Warning - unable to open printer \\\\srv\\gone (OpenPrinter call failed: 1801)"));
+    EXPECT_TRUE(organisation_.log.Has(
+        u"Warning - unable to open printer \\\\srv\\mute (invalid change handle returned. Error: 120)"));
+}
+
+TEST_F(JobDetectionPrinter, JobThatComesWithTheMessagesBeforeAnEnumerationIsInIt) {
+    Publish({u"laser"});
+    Start();
+    organisation_.platform.messageLoop.onRunPending = Once([this] { AddJob(laser, u"just in time"); });
+    Detector().FullRefresh();
+    EXPECT_EQ(sink_.Documents(), Texts{u"just in time"});
+}
+
+TEST_F(JobDetectionPrinter, EnumerationWithAResultBelowZeroHasSucceeded) {
+    Publish({u"laser"});
+    Start();
+    spooler_.successResult = -1;
+    AddJob(laser, u"job");
+    Tick();
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+    EXPECT_TRUE(organisation_.log.Has(u"ProcessNewJob: Enum Jobs return value: -1"));
+    EXPECT_TRUE(Detector().TestServerHealth());
+}
+
 TEST_F(JobDetectionPrinter, ProcessingAsksForTheSizeThenForTheJobsAndLogsEachStep) {
     Publish({u"laser"});
     Start();
@@ -391,6 +422,18 @@ TEST_F(JobDetectionPrinter, HealthTestEnlargesItsBufferForALongJob) {
     EXPECT_EQ(spooler_.wordCounts, (std::vector<std::size_t>{1001, static_cast<std::size_t>(needed / 4 + 2)}));
 }
 
+TEST_F(JobDetectionPrinter, HealthTestTakesAJobThatJustFillsItsBuffer) {
+    Publish({u"laser"});
+    Start();
+    AddJob(laser, u"");
+    AddJob(laser, std::u16string(static_cast<std::size_t>(4000 - BytesOf(laser, Jobs(laser)[0])), u'x'));
+    spooler_.RemoveJob(laser, Jobs(laser)[0].id);
+    ASSERT_EQ(BytesOf(laser, Jobs(laser)[0]), 4000);
+    spooler_.log.clear();
+    EXPECT_TRUE(Detector().TestServerHealth());
+    EXPECT_EQ(spooler_.log, Texts{u"EnumJobs 4096 0 1 4000"});
+}
+
 TEST_F(JobDetectionPrinter, HealthTestFailsAtTheFirstInvalidHandleWithItsLine) {
     Publish({u"laser", u"colour", u"third"});
     Start();
@@ -442,6 +485,33 @@ TEST_F(JobDetectionPrinterOnWindows9x, IntervalOfZeroPollsAtEveryTick) {
     Tick();
     EXPECT_EQ(sink_.Documents(), (Texts{u"a", u"b"}));
     EXPECT_EQ(sink_.activities, (Texts{u"Polling printers", u"Polling printers"}));
+}
+
+TEST_F(JobDetectionPrinterOnWindows9x, PollThatNobodyCouldBeToldOfIsMadeUpForAtTheNextTick) {
+    organisation_.settings.PrinterPollingInterval(1);
+    Publish({u"laser"});
+    Start();
+    Tick();
+    AddJob(laser, u"job");
+    sink_.onActivity = Once([] { throw Error(5, u"sink", u"failed"); });
+    Tick();
+    EXPECT_EQ(sink_.jobs.size(), 0U);
+    Tick();
+    EXPECT_EQ(sink_.activities, (Texts{u"Idle", u"Polling printers", u"Polling printers"}));
+    EXPECT_EQ(sink_.Documents(), Texts{u"job"});
+}
+
+TEST_F(JobDetectionPrinterOnWindows9x, IntervalThatChangesHoldsFromTheNextTick) {
+    organisation_.settings.PrinterPollingInterval(3);
+    Publish({u"laser"});
+    Start();
+    Tick();
+    Tick();
+    organisation_.settings.PrinterPollingInterval(2);
+    Tick();
+    organisation_.settings.PrinterPollingInterval(0);
+    Tick();
+    EXPECT_EQ(sink_.activities, (Texts{u"Idle", u"Idle", u"Polling printers", u"Polling printers"}));
 }
 
 TEST_F(JobDetectionPrinterOnWindows9x, PollLetsMessagesRunBeforeEachPrinterAndReadsThemInOrder) {

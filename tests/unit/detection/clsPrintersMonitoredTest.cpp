@@ -153,6 +153,14 @@ TEST_F(PrintersMonitored, WritesItsLinesInOrder) {
     EXPECT_EQ(organisation_.log.lines.back(), u"Printer List Changed? False");
 }
 
+TEST_F(PrintersMonitored, ListOfTheSameLengthThatOnlyRepeatsOldNamesIsUnchanged) {
+    organisation_.PublishPrinters(u"srv", {u"a", u"b"});
+    Refresh();
+    organisation_.PublishPrinters(u"srv", {u"a", u"a"});
+    EXPECT_FALSE(Refresh());
+    EXPECT_EQ(Printers(), (Texts{u"\\\\srv\\a", u"\\\\srv\\a"}));
+}
+
 TEST_F(PrintersMonitored, HoldersOfTheOldListsKeepThem) {
     organisation_.PublishPrinters(u"srv", {u"a"});
     Refresh();
