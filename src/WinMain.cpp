@@ -19,8 +19,8 @@ void __verbose_terminate_handler() {
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     korvanta::SearchLibrariesInSystemFolder();
     korvanta::WindowsPlatform windows;
-    const std::unique_ptr<korvanta::PeerFactory> peers = korvanta::MakeWindowsPeerFactory(
-        windows.Loop(), windows.Dialogs(), windows.DialogFonts(), windows.GuardOfMessages());
+    const std::unique_ptr<korvanta::PeerFactory> peers =
+        korvanta::MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts(), windows.BoxGuard());
     korvanta::CatalogueTranslator translator(windows.Services().files);
     korvanta::basKorvanta program(windows.Services(), peers.get(), translator);
     if (program.Main()) {

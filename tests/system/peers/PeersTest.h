@@ -14,7 +14,7 @@
 #include "platform/win32/peers/WindowsPeerFactory.h"
 #include "platform/win32/services/DialogWindows.h"
 #include "platform/win32/services/Fonts.h"
-#include "platform/win32/services/MessageGuard.h"
+#include "platform/win32/services/MessageBoxGuard.h"
 #include "platform/win32/services/WindowsMessageLoop.h"
 
 namespace korvanta {
@@ -93,8 +93,8 @@ class PeersTest : public ::testing::Test {
     DialogWindows dialogs;
     Fonts fonts;
     WindowsMessageLoop loop{dialogs};
-    MessageGuard messageGuard;
-    std::unique_ptr<PeerFactory> factory = MakeWindowsPeerFactory(loop, dialogs, fonts, messageGuard);
+    MessageBoxGuard messageBoxGuard;
+    std::unique_ptr<PeerFactory> factory = MakeWindowsPeerFactory(loop, dialogs, fonts, messageBoxGuard);
     TestForm form;
 
   private:

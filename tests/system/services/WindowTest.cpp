@@ -11,7 +11,7 @@
 #include "platform/win32/peers/Colors.h"
 #include "platform/win32/services/DialogWindows.h"
 #include "platform/win32/services/Fonts.h"
-#include "platform/win32/services/MessageGuard.h"
+#include "platform/win32/services/MessageBoxGuard.h"
 #include "platform/win32/services/WindowsMessageBoxes.h"
 #include "platform/win32/services/WindowsMessageLoop.h"
 #include "platform/win32/services/WindowsPlatform.h"
@@ -344,7 +344,7 @@ class BoxPresser {
 
 class MessageBoxTests : public MessageLoopTests {
   protected:
-    MessageGuard guard_;
+    MessageBoxGuard guard_;
     WindowsMessageBoxes boxes_{loop_, guard_};
 };
 

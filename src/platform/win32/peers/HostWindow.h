@@ -15,7 +15,7 @@ namespace korvanta {
 
 class DialogWindows;
 class Fonts;
-class MessageGuard;
+class MessageBoxGuard;
 class WindowsMessageLoop;
 class WindowsTabStrip;
 
@@ -24,7 +24,7 @@ struct ProgramWindows {
     WindowsMessageLoop& messageLoop;
     DialogWindows& dialogs;
     Fonts& fonts;
-    MessageGuard& messageGuard;
+    MessageBoxGuard& messageBoxGuard;
     WindowHandle owner;  // hidden: owns the forms that have no taskbar button
     std::vector<HWND> forms;
 };

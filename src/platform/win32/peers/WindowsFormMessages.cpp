@@ -10,7 +10,7 @@
 #include "platform/win32/peers/WindowsForm.h"
 #include "platform/win32/peers/WindowsTabStrip.h"
 #include "platform/win32/services/Fonts.h"
-#include "platform/win32/services/MessageGuard.h"
+#include "platform/win32/services/MessageBoxGuard.h"
 #include "platform/win32/services/WindowsScreen.h"
 
 namespace korvanta {
@@ -160,7 +160,7 @@ bool WindowsForm::KeepsOut(const MSG& input) {
     if (form_.GuardsKeys() && korvanta::KeepsOut(guard_, input)) {
         return true;
     }
-    windows_->program->messageGuard.UserActed(input.time);
+    windows_->program->messageBoxGuard.UserActed(input.time);
     return false;
 }
 

@@ -56,9 +56,9 @@ class WindowsPeerFactory : public PeerFactory {
 }  // namespace
 
 std::unique_ptr<PeerFactory> MakeWindowsPeerFactory(WindowsMessageLoop& messageLoop, DialogWindows& dialogs,
-                                                    Fonts& fonts, MessageGuard& messageGuard) {
+                                                    Fonts& fonts, MessageBoxGuard& messageBoxGuard) {
     return std::make_unique<WindowsPeerFactory>(
-        std::make_shared<ProgramWindows>(ProgramWindows{messageLoop, dialogs, fonts, messageGuard, {}, {}}));
+        std::make_shared<ProgramWindows>(ProgramWindows{messageLoop, dialogs, fonts, messageBoxGuard, {}, {}}));
 }
 
 }  // namespace korvanta

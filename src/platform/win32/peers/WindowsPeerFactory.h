@@ -8,11 +8,11 @@ namespace korvanta {
 
 class DialogWindows;
 class Fonts;
-class MessageGuard;
+class MessageBoxGuard;
 class WindowsMessageLoop;
 
 // Makes the real windows of forms and controls. The arguments outlive all peers.
 std::unique_ptr<PeerFactory> MakeWindowsPeerFactory(WindowsMessageLoop& messageLoop, DialogWindows& dialogs,
-                                                    Fonts& fonts, MessageGuard& messageGuard);
+                                                    Fonts& fonts, MessageBoxGuard& messageBoxGuard);
 
 }  // namespace korvanta

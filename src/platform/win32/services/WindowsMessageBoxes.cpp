@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "platform/win32/calls/TextCalls.h"
-#include "platform/win32/services/MessageGuard.h"
+#include "platform/win32/services/MessageBoxGuard.h"
 #include "platform/win32/services/WindowsMessageLoop.h"
 
 namespace korvanta {

@@ -4,12 +4,12 @@
 
 namespace korvanta {
 
-class MessageGuard;
+class MessageBoxGuard;
 class WindowsMessageLoop;
 
 class WindowsMessageBoxes : public MessageBoxes {
   public:
-    WindowsMessageBoxes(const WindowsMessageLoop& messageLoop, MessageGuard& guard)
+    WindowsMessageBoxes(const WindowsMessageLoop& messageLoop, MessageBoxGuard& guard)
         : messageLoop_(messageLoop), guard_(guard) {}
 
     MessageAnswer Show(const std::u16string& text, const std::u16string& title, MessageButtons buttons,
@@ -17,7 +17,7 @@ class WindowsMessageBoxes : public MessageBoxes {
 
   private:
     const WindowsMessageLoop& messageLoop_;
-    MessageGuard& guard_;
+    MessageBoxGuard& guard_;
 };
 
 }  // namespace korvanta

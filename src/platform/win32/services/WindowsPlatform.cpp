@@ -2,7 +2,7 @@
 
 #include "platform/win32/services/DialogWindows.h"
 #include "platform/win32/services/Fonts.h"
-#include "platform/win32/services/MessageGuard.h"
+#include "platform/win32/services/MessageBoxGuard.h"
 #include "platform/win32/services/WindowsClock.h"
 #include "platform/win32/services/WindowsCodePage.h"
 #include "platform/win32/services/WindowsFileSystem.h"
@@ -25,7 +25,7 @@ namespace korvanta {
 struct WindowsPlatform::Parts {
     Fonts fonts;
     DialogWindows dialogs;
-    MessageGuard messageGuard;
+    MessageBoxGuard messageBoxGuard;
     WindowsFileSystem files;
     WindowsCodePage codePage;
     WindowsRegistry registry;
@@ -38,7 +38,7 @@ struct WindowsPlatform::Parts {
     WindowsClock clock;
     WindowsMessageLoop messageLoop{dialogs};
     WindowsInternet internet{messageLoop};
-    WindowsMessageBoxes messageBoxes{messageLoop, messageGuard};
+    WindowsMessageBoxes messageBoxes{messageLoop, messageBoxGuard};
     WindowsScreen screen{fonts};
     WindowsTextMeasure textMeasure{fonts};
     Platform services{files, codePage, registry, spooler,      waitableHandles, mutexes, internet,   sockets,
@@ -61,8 +61,8 @@ DialogWindows& WindowsPlatform::Dialogs() {
     return parts_->dialogs;
 }
 
-MessageGuard& WindowsPlatform::GuardOfMessages() {
-    return parts_->messageGuard;
+MessageBoxGuard& WindowsPlatform::BoxGuard() {
+    return parts_->messageBoxGuard;
 }
 
 WindowsMessageLoop& WindowsPlatform::Loop() {

@@ -8,7 +8,7 @@ namespace korvanta {
 
 class DialogWindows;
 class Fonts;
-class MessageGuard;
+class MessageBoxGuard;
 class WindowsMessageLoop;
 
 // The real services: one of each, made once and living as long as this object. What it gives lives as long.
@@ -25,7 +25,7 @@ class WindowsPlatform {
     Fonts& DialogFonts();
     DialogWindows& Dialogs();
     WindowsMessageLoop& Loop();
-    MessageGuard& GuardOfMessages();
+    MessageBoxGuard& BoxGuard();
 
   private:
     struct Parts;

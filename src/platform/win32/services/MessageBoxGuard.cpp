@@ -1,4 +1,4 @@
-#include "platform/win32/services/MessageGuard.h"
+#include "platform/win32/services/MessageBoxGuard.h"
 
 #include "platform/win32/calls/PlainWindows.h"
 #include "platform/win32/calls/TextCalls.h"
@@ -9,7 +9,7 @@ namespace {
 
 // So long after what the user did he still waits for what comes of it.
 constexpr DWORD recently = 3'000;  // milliseconds
-constexpr const char* guardProperty = "Korvanta.MessageGuard";
+constexpr const char* guardProperty = "Korvanta.MessageBoxGuard";
 
 BOOL CALLBACK FindGuard(HWND window, LPARAM parameter) {
     auto& found = *reinterpret_cast<HANDLE*>(parameter);
@@ -49,16 +49,16 @@ bool KeepsOut(KeyGuard& guard, const MSG& input) {
 
 // Sees the input of this thread's message boxes. A hook is told nothing but the message, so a hidden window of the
 // thread says whose it is.
-class MessageGuard::Watch {
+class MessageBoxGuard::Watch {
   public:
-    explicit Watch(MessageGuard& guard) : guard_(guard) {
-        const std::u16string className = u"Korvanta.MessageGuard";
+    explicit Watch(MessageBoxGuard& guard) : guard_(guard) {
+        const std::u16string className = u"Korvanta.MessageBoxGuard";
         RegisterPlainClass(className);
         anchor_.Reset(textCalls::MakeWindow(WS_EX_TOOLWINDOW, textCalls::Wide(className), {}, WS_POPUP, 0, 0, 0, 0,
                                             nullptr, nullptr, nullptr));
         if (anchor_) {
             ::SetPropA(anchor_.Get(), guardProperty, &guard);
-            hook_.Reset(::SetWindowsHookExA(WH_MSGFILTER, &MessageGuard::Filter, nullptr, ::GetCurrentThreadId()));
+            hook_.Reset(::SetWindowsHookExA(WH_MSGFILTER, &MessageBoxGuard::Filter, nullptr, ::GetCurrentThreadId()));
         }
         guard_.watch_ = this;
     }
@@ -75,21 +75,21 @@ class MessageGuard::Watch {
     HHOOK Hook() const { return hook_.Get(); }
 
   private:
-    MessageGuard& guard_;
+    MessageBoxGuard& guard_;
     WindowHandle anchor_;
     Handle<HookTraits> hook_;
 };
 
-void MessageGuard::UserActed(DWORD time) {
+void MessageBoxGuard::UserActed(DWORD time) {
     lastAct_ = time;
     acted_ = true;
 }
 
-bool MessageGuard::JustActed(DWORD now) const {
+bool MessageBoxGuard::JustActed(DWORD now) const {
     return acted_ && now - lastAct_ < recently;
 }
 
-int MessageGuard::Show(const std::function<int()>& showBox) {
+int MessageBoxGuard::Show(const std::function<int()>& showBox) {
     const DWORD now = ::GetTickCount();
     if (JustActed(now)) {
         return showBox();
@@ -102,17 +102,17 @@ int MessageGuard::Show(const std::function<int()>& showBox) {
     return showBox();
 }
 
-LRESULT CALLBACK MessageGuard::Filter(int code, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK MessageBoxGuard::Filter(int code, WPARAM wParam, LPARAM lParam) {
     HANDLE found = nullptr;
     ::EnumThreadWindows(::GetCurrentThreadId(), &FindGuard, reinterpret_cast<LPARAM>(&found));
-    auto* self = static_cast<MessageGuard*>(found);
+    auto* self = static_cast<MessageBoxGuard*>(found);
     if (self && code == MSGF_DIALOGBOX && self->KeepsOut(*reinterpret_cast<const MSG*>(lParam))) {
         return TRUE;
     }
     return ::CallNextHookEx(self && self->watch_ ? self->watch_->Hook() : nullptr, code, wParam, lParam);
 }
 
-bool MessageGuard::KeepsOut(const MSG& input) {
+bool MessageBoxGuard::KeepsOut(const MSG& input) {
     const bool forBox = (IsKey(input.message) || IsPress(input.message)) && MessageBoxOf(input.hwnd) != nullptr;
     if (!forBox || korvanta::KeepsOut(guard_, input)) {
         return forBox;

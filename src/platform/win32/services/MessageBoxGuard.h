@@ -15,11 +15,11 @@ struct HookTraits : NullIsNone<HHOOK> {
 
 // Keeps keys that were meant for another window from the message boxes that come up while their user is busy there;
 // see KeyGuard. A box that follows on what he has just done in a window of the program takes his keys at once.
-class MessageGuard {
+class MessageBoxGuard {
   public:
-    MessageGuard() = default;
-    MessageGuard(const MessageGuard&) = delete;
-    MessageGuard& operator=(const MessageGuard&) = delete;
+    MessageBoxGuard() = default;
+    MessageBoxGuard(const MessageBoxGuard&) = delete;
+    MessageBoxGuard& operator=(const MessageBoxGuard&) = delete;
 
     // The user has pressed a key or a mouse button in a window of the program; `time` is that of the message.
     void UserActed(DWORD time);
