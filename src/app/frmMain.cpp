@@ -1,7 +1,5 @@
 #include "app/frmMain.h"
 
-#include <cmath>
-
 #include "app/basGUIAPI.h"
 #include "common/Conversion.h"
 #include "common/LogErrors.h"
@@ -14,7 +12,6 @@ namespace {
 constexpr std::uint32_t trayIconIdentifier = 1;
 constexpr std::uint32_t trayIconMessageIconTip = 7;
 constexpr std::uint32_t mouseMoveMessage = 512;
-constexpr long leftDoubleClickMessage = 515;
 constexpr std::uint32_t unloadPause = 500;
 constexpr int iconWatched = 1;
 constexpr int iconFailed = 2;
@@ -317,12 +314,8 @@ void frmMain::ShowAdvancedStatus() {
     }
 }
 
-// The notification icon's events arrive as mouse moves whose position is the mouse message, at the form's upper edge.
-void frmMain::OnMouseMove(int /*button*/, double x, double y) {
-    const double twipsPerPixel = services_.platform.screen.TwipsPerPixel();
-    if (std::lround(x / twipsPerPixel) == leftDoubleClickMessage && std::lround(y) == 0) {
-        LogErrors(u"frmMain:TrayIcon", [this] { ShowOrHide(); });
-    }
+void frmMain::OnTrayIconDoubleClick() {
+    LogErrors(u"frmMain:TrayIcon", [this] { ShowOrHide(); });
 }
 
 void frmMain::ShowOrHide() {

@@ -62,7 +62,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     bool OnQueryUnload(CloseReason reason) override;
     void OnUnload() override;
     void OnResize() override;
-    void OnMouseMove(int button, double x, double y) override;
+    void OnTrayIconDoubleClick() override;
     void OnTaskbarCreated() override;
 
   private:

@@ -57,7 +57,8 @@ class Form : public Container {
 
     // From the peer: the window was moved or resized by the user or the system.
     void HandlePlace(const Place& window, int clientWidth, int clientHeight);
-    void HandleMouseMove(int button, double x, double y) { OnMouseMove(button, x, y); }
+    // The form's icon in the notification area was double-clicked.
+    void HandleTrayIconDoubleClick() { OnTrayIconDoubleClick(); }
     // The taskbar was made again, and with it the notification area.
     void HandleTaskbarCreated() { OnTaskbarCreated(); }
     // Texts have another size than before: another font, or the resolution of another screen.
@@ -74,8 +75,7 @@ class Form : public Container {
     virtual void OnUnload() {}
     // The client area has another size, or is measured for the first time.
     virtual void OnResize() {}
-    // `x` and `y` in twips; `button` 0 none, 1 left, 2 right.
-    virtual void OnMouseMove(int /*button*/, double /*x*/, double /*y*/) {}
+    virtual void OnTrayIconDoubleClick() {}
     virtual void OnTaskbarCreated() {}
     virtual void OnFontsChanged() { OnResize(); }
     virtual void OnDisplayChanged() {}

@@ -8,8 +8,8 @@ namespace korvanta {
 // A window of the platform, opaque to everybody else; 0 is none.
 using WindowId = std::uintptr_t;
 
-// An icon in the notification area. Mouse events over it arrive at the window as the message `callbackMessage` with
-// the mouse message as its position.
+// An icon in the notification area. When the mouse is used over it, its window gets the message `callbackMessage`; a
+// form makes an event of its own of the double click (Form::HandleTrayIconDoubleClick).
 struct TrayIcon {
     WindowId window = 0;
     std::uint32_t identifier = 0;

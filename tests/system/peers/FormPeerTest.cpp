@@ -79,17 +79,17 @@ TEST_F(FormPeer, CloseReasonsAreToldApart) {
     EXPECT_TRUE(::IsWindow(FormHandle())) << "a form that stays keeps its window";
 }
 
-TEST_F(FormPeer, MessageOfTheNotificationIconComesBackExactly) {
+TEST_F(FormPeer, OnlyADoubleClickOnTheNotificationIconIsTold) {
+    constexpr WPARAM icon = 1;
     Load();
-    double mouseMessage = 0;
-    int pressed = -1;
-    form.onMouseMove = [&](int button, double x) {
-        mouseMessage = x / (1440.0 / fonts.DotsPerInch());
-        pressed = button;
-    };
-    Send(FormHandle(), WM_MOUSEMOVE, 1, WM_LBUTTONDBLCLK);
-    EXPECT_EQ(mouseMessage, 515.0);
-    EXPECT_EQ(pressed, 1);
+    for (const UINT other :
+         {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_RBUTTONDOWN, WM_RBUTTONUP, WM_RBUTTONDBLCLK}) {
+        Send(FormHandle(), WM_MOUSEMOVE, icon, static_cast<LPARAM>(other));
+    }
+    Send(FormHandle(), WM_MOUSEMOVE, 0, MAKELPARAM(WM_LBUTTONDBLCLK, 40));  // the mouse itself, over the form
+    EXPECT_EQ(form.iconDoubleClicks, 0);
+    Send(FormHandle(), WM_MOUSEMOVE, icon, WM_LBUTTONDBLCLK);
+    EXPECT_EQ(form.iconDoubleClicks, 1);
 }
 
 TEST_F(FormPeer, NewTaskbarIsTold) {

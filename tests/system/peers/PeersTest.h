@@ -33,7 +33,7 @@ class TestForm : public Form {
     using Form::ShowInTaskbar;
 
     std::vector<CloseReason> closeReasons;
-    std::function<void(int, double)> onMouseMove;
+    int iconDoubleClicks = 0;
     int taskbars = 0;
     int resizes = 0;
     int fontChanges = 0;
@@ -45,11 +45,7 @@ class TestForm : public Form {
     }
     void OnResize() override { ++resizes; }
     void OnFontsChanged() override { ++fontChanges; }
-    void OnMouseMove(int button, double x, double /*y*/) override {
-        if (onMouseMove) {
-            onMouseMove(button, x);
-        }
-    }
+    void OnTrayIconDoubleClick() override { ++iconDoubleClicks; }
     void OnTaskbarCreated() override { ++taskbars; }
 };
 

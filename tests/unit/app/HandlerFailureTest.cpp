@@ -123,7 +123,7 @@ TEST_F(HandlerFailureTest, QuestionsThatCannotBeAskedChangeNothing) {
 TEST_F(HandlerFailureTest, DoubleClickOnTheIconThatFailsRaisesNothing) {
     StartProgram();
     FailAt(Form(), Aspect::TopMost);
-    EXPECT_NO_THROW(Form().HandleMouseMove(1, 515 * windows.screen.TwipsPerPixel(), 0));
+    EXPECT_NO_THROW(Form().HandleTrayIconDoubleClick());
     EXPECT_EQ(failures, 1);
 }
 

@@ -156,7 +156,7 @@ TEST_F(MemoryTest, HandlersOfTheStatusFormLiveWithoutMemory) {
             Form().cmdRefresh.HandleRightClick();
             Form().mnuLogging.HandleClick();
             Form().mnuAdvanced.HandleClick();
-            Form().HandleMouseMove(1, 515 * windows.screen.TwipsPerPixel(), 0);
+            Form().HandleTrayIconDoubleClick();
             Form().HandlePlace({0, 0, 9000, 9000}, 8900, 8500);
             Form().HandleTaskbarCreated();
             Form().Unload(CloseReason::TaskManager);

@@ -3,14 +3,12 @@
 namespace korvanta {
 namespace {
 
-constexpr double twipsPerPixel = 15.0;
-
 class MainFormTest : public fakes::ProgramFixture {
   protected:
     MainFormTest() { EXPECT_TRUE(Start()); }
 
     frmMain& Form() { return *program->MainForm(); }
-    void DoubleClickIcon() { Form().HandleMouseMove(1, 515 * windows.screen.TwipsPerPixel(), 0); }
+    void DoubleClickIcon() { Form().HandleTrayIconDoubleClick(); }
     std::u16string Activity() { return Form().lblActivity.Caption(); }
 };
 
@@ -170,15 +168,6 @@ TEST_F(MainFormTest, DoubleClickOnTheIconShowsTheFormInFrontAndASecondOneHidesIt
     EXPECT_EQ(peers.Of(Form()).broughtToForeground, 1);
     EXPECT_EQ(peers.Of(Form().cmdClose).focused, 1) << "Enter closes it";
     DoubleClickIcon();
-    EXPECT_FALSE(Form().Shown());
-}
-
-TEST_F(MainFormTest, OtherMouseMessagesAndRealMouseMovesAreIgnored) {
-    for (const int message : {512, 513, 514, 516, 517, 518}) {
-        Form().HandleMouseMove(1, message * twipsPerPixel, 0);
-        EXPECT_FALSE(Form().Shown());
-    }
-    Form().HandleMouseMove(0, 515 * twipsPerPixel, 40 * twipsPerPixel);
     EXPECT_FALSE(Form().Shown());
 }
 

@@ -41,16 +41,8 @@ class TestForm : public Form {
         }
     }
     void OnResize() override { log.push_back(u"resize"); }
-    void OnMouseMove(int button_, double x, double) override {
-        log.push_back(u"mouse");
-        mouseButton = button_;
-        mouseX = x;
-    }
+    void OnTrayIconDoubleClick() override { log.push_back(u"icon"); }
     void OnTaskbarCreated() override { log.push_back(u"taskbar"); }
-
-  public:
-    int mouseButton = 0;
-    double mouseX = 0;
 };
 
 class FormTest : public testing::Test {
@@ -245,12 +237,10 @@ TEST_F(FormTest, MoveTellsTheWindow) {
     EXPECT_EQ(peers.Of(form).changes, Changes{Aspect::Place});
 }
 
-TEST_F(FormTest, MouseMovesAndTheTaskbarReachTheForm) {
-    form.HandleMouseMove(2, 7725.0, 0.0);
+TEST_F(FormTest, TheNotificationIconAndTheTaskbarReachTheForm) {
+    form.HandleTrayIconDoubleClick();
     form.HandleTaskbarCreated();
-    EXPECT_EQ(form.log, (Log{u"mouse", u"taskbar"}));
-    EXPECT_EQ(form.mouseButton, 2);
-    EXPECT_EQ(form.mouseX, 7725.0);
+    EXPECT_EQ(form.log, (Log{u"icon", u"taskbar"}));
 }
 
 }  // namespace

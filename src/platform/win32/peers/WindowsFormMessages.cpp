@@ -1,7 +1,5 @@
 // What Windows tells a form's window.
 
-#include <windowsx.h>
-
 #include <algorithm>
 
 #include "platform/win32/calls/TextCalls.h"
@@ -20,10 +18,6 @@ namespace {
 constexpr int hourglassCursor = 32514;  // IDC_WAIT
 constexpr int systemCommandMask = 0xFFF0;
 constexpr UINT dpiChanged = 0x02E0;  // WM_DPICHANGED, from Windows 8.1 on
-
-int PressedButton(WPARAM keys) {
-    return (keys & MK_LBUTTON) != 0 ? 1 : (keys & MK_RBUTTON) != 0 ? 2 : 0;
-}
 
 }  // namespace
 
@@ -48,7 +42,6 @@ LRESULT WindowsForm::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 bool WindowsForm::HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
-    const Fonts& fonts = windows_->program->fonts;
     switch (message) {
         case WM_GETMINMAXINFO:
             LimitSize(*reinterpret_cast<MINMAXINFO*>(lParam));
@@ -56,12 +49,12 @@ bool WindowsForm::HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESU
         case WM_WINDOWPOSCHANGED:
             ReportPlace();
             return true;
-        case WM_MOUSEMOVE: {
-            const double twipsPerPixel = static_cast<double>(Fonts::twipsPerInch) / fonts.DotsPerInch();
-            form_.HandleMouseMove(PressedButton(wParam), GET_X_LPARAM(lParam) * twipsPerPixel,
-                                  GET_Y_LPARAM(lParam) * twipsPerPixel);
+        case WM_MOUSEMOVE:
+            // The notification icon's callback message too, with what the mouse did in the place of its position.
+            if (lParam == WM_LBUTTONDBLCLK) {
+                form_.HandleTrayIconDoubleClick();
+            }
             return true;
-        }
         case WM_TIMER: {
             const auto timer = windows_->timers.find(wParam);
             if (timer != windows_->timers.end()) {
