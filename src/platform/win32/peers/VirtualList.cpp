@@ -83,11 +83,13 @@ void VirtualList::Stale() {
 }
 
 void VirtualList::TakeOverNow() {
-    if (stale_ && !takingOver_ && !Frozen()) {
+    if (!stale_ || Frozen()) {
+        return;
+    }
+    const ReentryFlag::Scope takingOver(takingOver_);
+    if (takingOver.Entered()) {
         stale_ = false;
-        takingOver_ = true;
         TakeOver();
-        takingOver_ = false;
     }
 }
 
@@ -105,13 +107,12 @@ void VirtualList::SelectRow(int row, bool select) {
     // The focus stays where it was, for the keyboard goes on from there.
     item.stateMask = select ? LVIS_SELECTED | LVIS_FOCUSED : LVIS_SELECTED;
     item.state = select ? item.stateMask : 0;
-    const bool before = std::exchange(takingOver_, true);
+    const ReentryFlag::Scope takingOver(takingOver_);
     Send(LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    takingOver_ = before;
 }
 
 LRESULT VirtualList::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (takingOver_) {
+    if (TakingOver()) {
         return ControlWindow::Procedure(message, wParam, lParam);
     }
     if (NeedsRows(message)) {

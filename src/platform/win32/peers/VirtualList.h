@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/ReentryFlag.h"
 #include "platform/win32/peers/ControlWindow.h"
 
 namespace korvanta {
@@ -68,7 +69,7 @@ class VirtualList : public ControlWindow {
     void TakeOverNow();
     bool IsStale() const { return stale_; }
     // Whether TakeOver is at work, so that what the window says is an echo.
-    bool TakingOver() const { return takingOver_; }
+    bool TakingOver() const { return takingOver_.IsSet(); }
 
     void SetRowCount(int count);
     // Without an echo.
@@ -85,7 +86,7 @@ class VirtualList : public ControlWindow {
     std::vector<int> iconResources_;
     std::unique_ptr<ImageList> images_;
     bool stale_ = false;
-    bool takingOver_ = false;
+    ReentryFlag takingOver_;
 };
 
 }  // namespace korvanta

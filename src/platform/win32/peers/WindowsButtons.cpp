@@ -31,9 +31,8 @@ bool WindowsCommandButton::IsInside(LPARAM position) const {
 }
 
 void WindowsCommandButton::ShowDefault(bool isDefault) {
-    changingStyle_ = true;
+    const ReentryFlag::Scope changingStyle(changingStyle_);
     Send(BM_SETSTYLE, isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
-    changingStyle_ = false;
 }
 
 void WindowsCommandButton::FocusCameOrWent(bool came) {
@@ -47,7 +46,7 @@ void WindowsCommandButton::FocusCameOrWent(bool came) {
 }
 
 LRESULT WindowsCommandButton::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == BM_SETSTYLE && !changingStyle_) {
+    if (message == BM_SETSTYLE && !changingStyle_.IsSet()) {
         return 0;  // the dialog keys' own idea of it, which knows no panels
     }
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {

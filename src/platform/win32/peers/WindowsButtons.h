@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/Controls.h"
+#include "controls/ReentryFlag.h"
 #include "platform/win32/peers/ControlWindow.h"
 
 namespace korvanta {
@@ -22,7 +23,7 @@ class WindowsCommandButton : public ControlWindow {
     void FocusCameOrWent(bool came);
 
     CommandButton& button_;
-    bool changingStyle_ = false;
+    ReentryFlag changingStyle_;
 };
 
 class WindowsCheckBox : public ControlWindow {

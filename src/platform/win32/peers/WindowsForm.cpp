@@ -121,12 +121,11 @@ void WindowsForm::FontsChanged() {
     ShowIcons();
     ::EnumChildWindows(handle, &RenewFonts, 0);
     const Fonts& fonts = windows_->program->fonts;
-    placing_ = true;
     if (!::IsIconic(handle) && !::IsZoomed(handle)) {
+        const ReentryFlag::Scope placing(placing_);
         ::SetWindowPos(handle, nullptr, 0, 0, fonts.Pixels(before.width), fonts.Pixels(before.height),
                        SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    placing_ = false;
     ReportPlace();
     form_.HandleFontsChanged();
     Repaint();
@@ -251,15 +250,17 @@ void WindowsForm::ShowPopup(PopupMenu& menu) {
     POINT pointer{};
     ::GetCursorPos(&pointer);
     menu_ = &menu;
-    menuIsUp_ = true;
     chosenEntry_ = noEntry;
     const std::shared_ptr<FormWindows> windows = windows_;
-    const int identifier = ::TrackPopupMenu(handle.Get(), TPM_RIGHTBUTTON | TPM_RETURNCMD | TPM_NONOTIFY, pointer.x,
-                                            pointer.y, 0, windows_->window, nullptr);
+    int identifier = 0;
+    {
+        const ReentryFlag::Scope menuIsUp(menuIsUp_);
+        identifier = ::TrackPopupMenu(handle.Get(), TPM_RIGHTBUTTON | TPM_RETURNCMD | TPM_NONOTIFY, pointer.x,
+                                      pointer.y, 0, windows_->window, nullptr);
+    }
     if (!windows->window) {
         return;  // the form has gone meanwhile
     }
-    menuIsUp_ = false;
     ChooseEntry(identifier != 0 ? identifier - firstMenuIdentifier : chosenEntry_);
 }
 
@@ -316,10 +317,9 @@ void WindowsForm::ShowPlace() {
     if (::IsIconic(handle) || ::IsZoomed(handle)) {
         ::ShowWindow(handle, ::IsWindowVisible(handle) ? SW_RESTORE : SW_HIDE);
     }
-    placing_ = true;
+    const ReentryFlag::Scope placing(placing_);
     ::SetWindowPos(handle, nullptr, fonts.Pixels(place.left), fonts.Pixels(place.top), fonts.Pixels(place.width),
                    fonts.Pixels(place.height), SWP_NOZORDER | SWP_NOACTIVATE);
-    placing_ = false;
 }
 
 // Windows asks for the pointer only when the mouse moves.

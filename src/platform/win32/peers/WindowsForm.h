@@ -7,6 +7,7 @@
 
 #include "controls/Form.h"
 #include "controls/KeyGuard.h"
+#include "controls/ReentryFlag.h"
 #include "platform/win32/peers/HostWindow.h"
 
 namespace korvanta {
@@ -84,10 +85,10 @@ class WindowsForm : public FormPeer, public HostWindow {
     UINT taskbarCreated_;
     HWND focus_ = nullptr;       // the control that has it when the form is active
     PopupMenu* menu_ = nullptr;  // shown last
-    bool menuIsUp_ = false;
+    ReentryFlag menuIsUp_;
     int chosenEntry_ = -1;  // while the menu is up: by a command from outside
     bool wasShown_ = false;
-    bool placing_ = false;  // the form's own wish for a place is under way
+    ReentryFlag placing_;  // the form's own wish for a place is under way
 };
 
 }  // namespace korvanta

@@ -75,7 +75,7 @@ bool WindowsForm::HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESU
 }
 
 void WindowsForm::LimitSize(MINMAXINFO& limits) const {
-    if (placing_) {
+    if (placing_.IsSet()) {
         return;  // the form knows itself how small it has to be
     }
     RECT window{};
@@ -178,7 +178,7 @@ void WindowsForm::Command(int identifier, int code) {
         }
     } else if (identifier >= firstMenuIdentifier) {
         const int entry = identifier - firstMenuIdentifier;
-        if (menuIsUp_) {
+        if (menuIsUp_.IsSet()) {
             chosenEntry_ = entry;
             textCalls::Send(windows_->window, WM_CANCELMODE);
         } else {

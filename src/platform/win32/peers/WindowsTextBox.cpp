@@ -49,13 +49,12 @@ WindowsTextBox::WindowsTextBox(TextBox& textBox, HostWindow& host) : ControlWind
 }
 
 void WindowsTextBox::ShowCaption() {
-    showing_ = true;
+    const ReentryFlag::Scope showing(showing_);
     ControlWindow::ShowCaption();
-    showing_ = false;
 }
 
 void WindowsTextBox::Commanded(int code) {
-    if (code == EN_CHANGE && !showing_) {
+    if (code == EN_CHANGE && !showing_.IsSet()) {
         textBox_.HandleChange(textCalls::WindowText(Window()));
     }
 }

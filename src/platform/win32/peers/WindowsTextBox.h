@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controls/Controls.h"
+#include "controls/ReentryFlag.h"
 #include "platform/win32/peers/ControlWindow.h"
 
 namespace korvanta {
@@ -19,7 +20,7 @@ class WindowsTextBox : public ControlWindow {
     LRESULT KeyDown(WPARAM wParam, LPARAM lParam);
 
     TextBox& textBox_;
-    bool showing_ = false;           // the change comes from the program
+    ReentryFlag showing_;            // the change comes from the program
     bool swallowCharacter_ = false;  // the one that comes next: its key has been swallowed
 };
 
