@@ -26,6 +26,7 @@ class Sockets {
     virtual std::uint32_t ParseAddress(const std::u16string& dotted) = 0;
     // The official host name behind the address.
     virtual bool NameOf(std::uint32_t address, std::u16string& host) = 0;
+    // Of the calling thread's last call.
     virtual int LastError() = 0;
 };
 

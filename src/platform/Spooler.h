@@ -11,7 +11,7 @@ using PrinterHandle = std::int32_t;
 using ChangeHandle = std::int32_t;
 
 // The Windows print spooler of this machine, by its single-byte calls. Results are as the spooler gives them (0 is
-// failure); LastError then has the Windows error code.
+// failure); LastError then has the Windows error code of the calling thread's last call.
 class Spooler {
   public:
     virtual ~Spooler() = default;

@@ -17,15 +17,11 @@ constexpr WORD requestedVersion = 0x0101;
 
 }  // namespace
 
-bool WindowsSockets::Noted(bool succeeded) {
-    lastError_ = succeeded ? 0 : ::WSAGetLastError();
-    return succeeded;
-}
-
 bool WindowsSockets::Start(SocketsVersion& version) {
     WSADATA data{};
-    lastError_ = ::WSAStartup(requestedVersion, &data);
-    if (lastError_ != 0) {
+    const int error = ::WSAStartup(requestedVersion, &data);
+    if (error != 0) {
+        ::WSASetLastError(error);
         return false;
     }
     version = {LOBYTE(data.wVersion), HIBYTE(data.wVersion), data.iMaxSockets};
@@ -33,12 +29,12 @@ bool WindowsSockets::Start(SocketsVersion& version) {
 }
 
 bool WindowsSockets::Stop() {
-    return Noted(::WSACleanup() == 0);
+    return ::WSACleanup() == 0;
 }
 
 bool WindowsSockets::HostName(std::u16string& name) {
     std::array<char, 256> buffer{};
-    if (!Noted(::gethostname(buffer.data(), static_cast<int>(buffer.size())) == 0)) {
+    if (::gethostname(buffer.data(), static_cast<int>(buffer.size())) != 0) {
         return false;
     }
     name = textCalls::FromCodePage(buffer.data());
@@ -47,7 +43,7 @@ bool WindowsSockets::HostName(std::u16string& name) {
 
 bool WindowsSockets::AddressOf(const std::u16string& host, std::uint32_t& address) {
     const hostent* found = ::gethostbyname(textCalls::ToCodePage(host).c_str());
-    if (!Noted(found && found->h_addr_list[0])) {
+    if (!found || !found->h_addr_list[0]) {
         return false;
     }
     std::memcpy(&address, found->h_addr_list[0], sizeof(address));
@@ -60,11 +56,15 @@ std::uint32_t WindowsSockets::ParseAddress(const std::u16string& dotted) {
 
 bool WindowsSockets::NameOf(std::uint32_t address, std::u16string& host) {
     const hostent* found = ::gethostbyaddr(reinterpret_cast<const char*>(&address), sizeof(address), AF_INET);
-    if (!Noted(found && found->h_name)) {
+    if (!found || !found->h_name) {
         return false;
     }
     host = textCalls::FromCodePage(found->h_name);
     return true;
+}
+
+int WindowsSockets::LastError() {
+    return ::WSAGetLastError();
 }
 
 }  // namespace korvanta

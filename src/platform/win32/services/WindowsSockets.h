@@ -12,13 +12,7 @@ class WindowsSockets : public Sockets {
     bool AddressOf(const std::u16string& host, std::uint32_t& address) override;
     std::uint32_t ParseAddress(const std::u16string& dotted) override;
     bool NameOf(std::uint32_t address, std::u16string& host) override;
-    int LastError() override { return lastError_; }
-
-  private:
-    // Keeps the error of the call that was just made; true when it succeeded.
-    bool Noted(bool succeeded);
-
-    int lastError_ = 0;
+    int LastError() override;
 };
 
 }  // namespace korvanta

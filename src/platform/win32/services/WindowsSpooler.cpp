@@ -38,22 +38,16 @@ std::size_t ReadableBytes(std::uintptr_t address) {
 
 }  // namespace
 
-template <class Result>
-Result WindowsSpooler::Noted(Result result) {
-    lastError_ = ::GetLastError();
-    return result;
-}
-
 bool WindowsSpooler::OpenPrinter(const std::u16string& name, PrinterHandle& handle) {
     std::string bytes = textCalls::ToCodePage(name);
     HANDLE opened = nullptr;
-    const bool done = Noted(::OpenPrinterA(bytes.data(), &opened, nullptr)) != 0;
+    const bool done = ::OpenPrinterA(bytes.data(), &opened, nullptr) != 0;
     handle = done ? FromSystemHandle(opened) : 0;
     return done;
 }
 
 bool WindowsSpooler::ClosePrinter(PrinterHandle handle) {
-    return Noted(::ClosePrinter(ToSystemHandle(handle))) != 0;
+    return ::ClosePrinter(ToSystemHandle(handle)) != 0;
 }
 
 std::int32_t WindowsSpooler::EnumJobs(PrinterHandle handle, std::uint32_t firstJob, std::uint32_t jobCount,
@@ -62,8 +56,8 @@ std::int32_t WindowsSpooler::EnumJobs(PrinterHandle handle, std::uint32_t firstJ
     const auto room = static_cast<DWORD>(std::min<std::size_t>(bufferBytes, words.size() * sizeof(words[0])));
     DWORD needed = 0;
     DWORD returned = 0;
-    const BOOL result = Noted(::EnumJobsA(ToSystemHandle(handle), firstJob, jobCount, 1,
-                                          reinterpret_cast<BYTE*>(words.data()), room, &needed, &returned));
+    const BOOL result = ::EnumJobsA(ToSystemHandle(handle), firstJob, jobCount, 1,
+                                    reinterpret_cast<BYTE*>(words.data()), room, &needed, &returned);
     neededBytes = needed;
     returnedJobs = returned;
     return result;
@@ -86,26 +80,30 @@ std::u16string WindowsSpooler::TextAt(std::uint32_t address) {
 }
 
 std::int32_t WindowsSpooler::SetJob(PrinterHandle handle, std::int32_t jobId, std::uint32_t command) {
-    return Noted(::SetJobA(ToSystemHandle(handle), static_cast<DWORD>(jobId), 0, nullptr, command));
+    return ::SetJobA(ToSystemHandle(handle), static_cast<DWORD>(jobId), 0, nullptr, command);
 }
 
 ChangeHandle WindowsSpooler::FindFirstChange(PrinterHandle handle, std::uint32_t filter) {
     // Windows 95's print library lacks the call, and a program that links it would not start there.
     const auto findFirst = LateCall<FindFirstCall>(printLibrary, "FindFirstPrinterChangeNotification");
     if (!findFirst) {
-        lastError_ = ERROR_CALL_NOT_IMPLEMENTED;
+        ::SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
         return 0;
     }
-    return FromSystemHandle(Noted(findFirst(ToSystemHandle(handle), filter, 0, nullptr)));
+    return FromSystemHandle(findFirst(ToSystemHandle(handle), filter, 0, nullptr));
 }
 
 std::int32_t WindowsSpooler::FindNextChange(ChangeHandle handle) {
     const auto findNext = LateCall<FindNextCall>(printLibrary, "FindNextPrinterChangeNotification");
     if (!findNext) {
-        lastError_ = ERROR_CALL_NOT_IMPLEMENTED;
+        ::SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
         return 0;
     }
-    return Noted(findNext(ToSystemHandle(handle), nullptr, nullptr, nullptr));
+    return findNext(ToSystemHandle(handle), nullptr, nullptr, nullptr);
+}
+
+std::uint32_t WindowsSpooler::LastError() {
+    return ::GetLastError();
 }
 
 }  // namespace korvanta

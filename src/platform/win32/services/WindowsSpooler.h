@@ -15,14 +15,7 @@ class WindowsSpooler : public Spooler {
     std::int32_t SetJob(PrinterHandle handle, std::int32_t jobId, std::uint32_t command) override;
     ChangeHandle FindFirstChange(PrinterHandle handle, std::uint32_t filter) override;
     std::int32_t FindNextChange(ChangeHandle handle) override;
-    std::uint32_t LastError() override { return lastError_; }
-
-  private:
-    // Keeps the error of the call that was just made, whatever its result.
-    template <class Result>
-    Result Noted(Result result);
-
-    std::uint32_t lastError_ = 0;
+    std::uint32_t LastError() override;
 };
 
 }  // namespace korvanta
