@@ -1,4 +1,4 @@
-# Unit tests: the portable rooms under the sanitizers, one program a room.
+#Unit tests : the portable rooms under the sanitizers, one program a room.
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
@@ -14,7 +14,7 @@ korvanta_catalogue(${CMAKE_BINARY_DIR}/Korvanta.tam)
 set_source_files_properties(tests/unit/app/ShippedCatalogueTest.cpp tests/unit/app/LayoutTest.cpp
                             PROPERTIES COMPILE_DEFINITIONS KORVANTA_CATALOGUE="${CMAKE_BINARY_DIR}/Korvanta.tam")
 
-foreach(room controls common translation server detection ui app)
+foreach(room lanes controls common translation server detection ui app)
   file(GLOB_RECURSE test_sources CONFIGURE_DEPENDS tests/unit/${room}/*.cpp)
   if(test_sources)
     add_executable(unit_${room} ${test_sources})

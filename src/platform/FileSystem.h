@@ -64,6 +64,9 @@ class FileSystem {
     virtual bool FileExists(const std::u16string& path) = 0;
     // True when the path names a folder that is there and can be asked for; a share's root counts.
     virtual bool FolderExists(const std::u16string& path) = 0;
+    // False while a call to the path's server has been waiting for so long that a further one would wait, too. Asks
+    // nobody.
+    virtual bool IsAnswering([[maybe_unused]] const std::u16string& path) { return true; }
     // Last-modified time in 100 ns units since 1601-01-01 UTC; set only when 0 is returned.
     virtual std::uint32_t LastModified(const std::u16string& path, std::uint64_t& time) = 0;
     // Copies a file, overwriting the target.

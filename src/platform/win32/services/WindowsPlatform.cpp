@@ -18,6 +18,7 @@
 #include "platform/win32/services/WindowsSystem.h"
 #include "platform/win32/services/WindowsTextMeasure.h"
 #include "platform/win32/services/WindowsWaitableHandles.h"
+#include "platform/win32/services/WindowsWorkers.h"
 
 namespace korvanta {
 
@@ -37,6 +38,7 @@ struct WindowsPlatform::Parts {
     WindowsSystem system;
     WindowsClock clock;
     WindowsMessageLoop messageLoop{dialogs};
+    WindowsWorkers workers{messageLoop};
     WindowsInternet internet{messageLoop};
     WindowsMessageBoxes messageBoxes{messageLoop, messageBoxGuard};
     WindowsScreen screen{fonts};
@@ -51,6 +53,10 @@ WindowsPlatform::~WindowsPlatform() = default;
 
 Platform& WindowsPlatform::Services() {
     return parts_->services;
+}
+
+WindowsWorkers& WindowsPlatform::Workers() {
+    return parts_->workers;
 }
 
 Fonts& WindowsPlatform::DialogFonts() {

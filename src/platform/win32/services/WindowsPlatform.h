@@ -10,6 +10,7 @@ class DialogWindows;
 class Fonts;
 class MessageBoxGuard;
 class WindowsMessageLoop;
+class WindowsWorkers;
 
 // The real services: one of each, made once and living as long as this object. What it gives lives as long.
 class WindowsPlatform {
@@ -20,6 +21,7 @@ class WindowsPlatform {
     WindowsPlatform& operator=(const WindowsPlatform&) = delete;
 
     Platform& Services();
+    WindowsWorkers& Workers();
 
     // What the windows on the screen share with the services.
     Fonts& DialogFonts();
