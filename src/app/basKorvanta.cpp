@@ -4,11 +4,9 @@
 #include "app/frmPrimaryServer.h"
 #include "common/Deployment.h"
 #include "common/Text.h"
-#include "common/TextStream.h"
 #include "detection/basPrinterUtil.h"
 #include "detection/clsJobDetectionFile.h"
 #include "detection/clsJobDetectionPrinter.h"
-#include "server/Shares.h"
 
 namespace korvanta {
 
@@ -71,14 +69,16 @@ bool basKorvanta::StartUp() {
     marker_ = u"Main:7";
     testMode_ = ContainsNoCase(platform_.system.CommandLine(), u"/test");
     marker_ = u"Main:8";
-    LoadClientSettings();
-    LoadChargeRates();
+    serverSettings_ =
+        std::make_unique<ServerSettings>(platform_, log_, information_, *serverInterfaces_, primaryServerName_);
+    serverSettings_->LoadClientSettings();
+    serverSettings_->LoadChargeRates();
     marker_ = u"Main:9";
     preferences_ =
         std::make_unique<clsTLXPrefs>(platform_.files, platform_.mutexes, primaryServerName_, FileUserName());
     marker_ = u"Main:9b";
-    jobMatcher_ =
-        std::make_unique<clsPrintJobMatcher>(information_, platform_.sockets, platform_.system, clientSettings_, log_);
+    jobMatcher_ = std::make_unique<clsPrintJobMatcher>(information_, platform_.sockets, platform_.system,
+                                                       serverSettings_->ClientSettings(), log_);
     marker_ = u"Main:9c";
     printersMonitored_ =
         std::make_unique<clsPrintersMonitored>(*serverInterfaces_, platform_.mutexes, log_, primaryServerName_);
@@ -148,80 +148,13 @@ bool basKorvanta::AskForPrimaryServer() {
     return accepted;
 }
 
-void basKorvanta::LoadClientSettings() {
-    log_.Log(u"Loading client settings ...");
-    clientSettingsCachePath_ = platform_.files.TemporaryFolder() + u"\\" + std::u16string(dataFile::clientSettings);
-    clientSettings_ = clsClientSettings();
-    serverInterfaces_->InterfaceType(clsServerInterfaces::typeFile);
-    if (LoadCachedClientSettings()) {
-        ChooseInterfaceType();
-    }
-    if (!FetchClientSettings()) {
-        LoadCachedClientSettings();
-    }
-    serverInterfaces_->Renew();
-    ChooseInterfaceType();
-}
-
-bool basKorvanta::FetchClientSettings() {
-    try {
-        const std::u16string text = serverInterfaces_->Interface(primaryServerName_)->GetClientSettingsFile();
-        if (!clientSettings_.LoadString(text)) {
-            return false;
-        }
-        try {
-            TextOutput cache = TextOutput::OpenUtf16(platform_.files, clientSettingsCachePath_);
-            cache.Write(text);
-            cache.Close();
-        } catch (const std::exception&) {
-            // The copy is for a start without the server; the settings themselves are in force.
-            return true;
-        }
-        return true;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
-
-bool basKorvanta::LoadCachedClientSettings() {
-    try {
-        TextInput cache = TextInput::OpenUtf16(platform_.files, clientSettingsCachePath_);
-        return clientSettings_.LoadString(cache.ReadAll());
-    } catch (const std::exception&) {
-        return false;
-    }
-}
-
-void basKorvanta::ChooseInterfaceType() {
-    if (EffectiveDetectionMethod() == DetectionMethod::HTTP) {
-        serverInterfaces_->InterfaceType(clsServerInterfaces::typeHTTP);
-    }
-}
-
-// Always from the file share, whatever the rest is read by.
-bool basKorvanta::LoadChargeRates() {
-    log_.Log(u"Loading charge rates ...");
-    chargeRates_ = std::make_shared<clsChargeRates>(platform_.mutexes, platform_.clock);
-    try {
-        TextInput file = TextInput::OpenUtf16(platform_.files, Shares(primaryServerName_).ChargeRatesFile());
-        chargeRates_->LoadFile(file);
-        return true;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
-
-DetectionMethod basKorvanta::EffectiveDetectionMethod() {
-    return clientSettings_.EffectiveDetectionMethod(information_.IsWindows9x());
-}
-
 std::shared_ptr<IJobDetectionObject> basKorvanta::MakeDetector(DetectionMethod method) {
     if (method == DetectionMethod::Printer) {
         return std::make_shared<clsJobDetectionPrinter>(platform_.spooler, platform_.waitableHandles,
-                                                        *printersMonitored_, clientSettings_, platform_.mutexes,
+                                                        *printersMonitored_, ClientSettings(), platform_.mutexes,
                                                         platform_.messageLoop, information_, log_);
     }
-    return std::make_shared<clsJobDetectionFile>(*serverInterfaces_, *printersMonitored_, clientSettings_,
+    return std::make_shared<clsJobDetectionFile>(*serverInterfaces_, *printersMonitored_, ClientSettings(),
                                                  platform_.mutexes, platform_.clock, platform_.system,
                                                  platform_.spooler, log_, information_.UserName());
 }
@@ -229,21 +162,36 @@ std::shared_ptr<IJobDetectionObject> basKorvanta::MakeDetector(DetectionMethod m
 void basKorvanta::MakeForms() {
     accounts_ = std::make_unique<clsTLXAccounts>(platform_.files, platform_.mutexes, log_, primaryServerName_);
     accountDialog_ = std::make_unique<frmAccountNumber>(
-        AccountDialogServices{platform_, log_, errorLog_, messages_, translator_, registrySettings_, clientSettings_,
-                              *accounts_, *preferences_, [this] { return chargeRates_; },
-                              [this](const clsJobInfo& job) {
-                                  return CancelPrintJob(platform_.spooler, mainForm_->JobDetectionObject(), job);
-                              },
-                              testMode_});
-    mainForm_ = std::make_unique<frmMain>(MainFormServices{
-        platform_, log_, translator_, registrySettings_, messages_, clientSettings_, *printersMonitored_, *jobMatcher_,
-        *accountDialog_, [this] { return EffectiveDetectionMethod(); },
-        [this](DetectionMethod method) { return MakeDetector(method); }, [this] { LoadClientSettings(); },
-        [this] { LoadChargeRates(); },
-        [this] {
-            messages_.Unload(CloseReason::Code);
-            platform_.messageLoop.Quit();
-        }});
+        AccountDialogServices{.platform = platform_,
+                              .log = log_,
+                              .errorReports = errorLog_,
+                              .messages = messages_,
+                              .translator = translator_,
+                              .registrySettings = registrySettings_,
+                              .settings = ClientSettings(),
+                              .accounts = *accounts_,
+                              .prefs = *preferences_,
+                              .chargeRates = [this] { return ChargeRates(); },
+                              .cancelPrintJob =
+                                  [this](const clsJobInfo& job) {
+                                      return CancelPrintJob(platform_.spooler, mainForm_->JobDetectionObject(), job);
+                                  },
+                              .testMode = testMode_});
+    mainForm_ = std::make_unique<frmMain>(
+        MainFormServices{.platform = platform_,
+                         .log = log_,
+                         .translator = translator_,
+                         .registrySettings = registrySettings_,
+                         .serverSettings = *serverSettings_,
+                         .printersMonitored = *printersMonitored_,
+                         .jobMatcher = *jobMatcher_,
+                         .accountDialog = *accountDialog_,
+                         .makeDetector = [this](DetectionMethod method) { return MakeDetector(method); },
+                         .unloaded =
+                             [this] {
+                                 messages_.Unload(CloseReason::Code);
+                                 platform_.messageLoop.Quit();
+                             }});
 }
 
 // Without its window a form would never tell of a job, and nobody would know.

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "app/ProgramInformation.h"
+#include "app/ServerSettings.h"
 #include "app/basLog.h"
 #include "app/clsErrorLog.h"
 #include "app/clsSetupTxt.h"
@@ -16,8 +17,6 @@
 #include "detection/clsPrintJobMatcher.h"
 #include "detection/clsPrintersMonitored.h"
 #include "platform/Platform.h"
-#include "server/clsChargeRates.h"
-#include "server/clsClientSettings.h"
 #include "server/clsServerInterfaces.h"
 #include "server/clsTLXAccounts.h"
 #include "translation/Translator.h"
@@ -42,9 +41,10 @@ class basKorvanta {
     // The primary server's name exactly as it is stored or was typed.
     const std::u16string& PrimaryServerName() const { return primaryServerName_; }
     bool TestMode() const { return testMode_; }
-    const std::u16string& ClientSettingsCachePath() const { return clientSettingsCachePath_; }
-    const clsClientSettings& ClientSettings() const { return clientSettings_; }
-    std::shared_ptr<clsChargeRates> ChargeRates() const { return chargeRates_; }
+    // Once Main has come as far as to load them.
+    const std::u16string& ClientSettingsCachePath() const { return serverSettings_->ClientSettingsCachePath(); }
+    const clsClientSettings& ClientSettings() const { return serverSettings_->ClientSettings(); }
+    std::shared_ptr<clsChargeRates> ChargeRates() const { return serverSettings_->ChargeRates(); }
 
     // None before they are loaded.
     frmMain* MainForm() { return mainForm_.get(); }
@@ -59,12 +59,6 @@ class basKorvanta {
     bool RefuseSecondCopy();
     bool ObtainPrimaryServer();
     bool AskForPrimaryServer();
-    void LoadClientSettings();
-    bool FetchClientSettings();
-    bool LoadCachedClientSettings();
-    bool LoadChargeRates();
-    void ChooseInterfaceType();
-    DetectionMethod EffectiveDetectionMethod();
     std::shared_ptr<IJobDetectionObject> MakeDetector(DetectionMethod method);
     void MakeForms();
     void LoadForm(Form& form);
@@ -86,12 +80,10 @@ class basKorvanta {
     std::u16string marker_;
     std::size_t loggedProblems_ = 0;
     std::u16string primaryServerName_;
-    std::u16string clientSettingsCachePath_;
     bool testMode_ = false;
 
-    clsClientSettings clientSettings_;
-    std::shared_ptr<clsChargeRates> chargeRates_;
     std::unique_ptr<clsServerInterfaces> serverInterfaces_;
+    std::unique_ptr<ServerSettings> serverSettings_;
     std::unique_ptr<clsTLXPrefs> preferences_;
     std::unique_ptr<clsPrintJobMatcher> jobMatcher_;
     std::unique_ptr<clsPrintersMonitored> printersMonitored_;

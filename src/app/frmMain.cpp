@@ -102,7 +102,7 @@ void frmMain::Detach() {
 }
 
 void frmMain::SelectDetectionObject() {
-    const DetectionMethod method = services_.effectiveDetectionMethod();
+    const DetectionMethod method = services_.serverSettings.EffectiveDetectionMethod();
     if (detector_ != nullptr && currentDetectionMethod_ == method) {
         return;
     }
@@ -134,11 +134,13 @@ void frmMain::Start() {
 }
 
 void frmMain::ScheduleFullRefresh() {
-    SetFullRefreshDue(services_.platform.clock.Now().PlusMinutes(services_.settings.FullRefreshInterval()));
+    SetFullRefreshDue(
+        services_.platform.clock.Now().PlusMinutes(services_.serverSettings.ClientSettings().FullRefreshInterval()));
 }
 
 void frmMain::ScheduleServerDownFullRefresh() {
-    SetFullRefreshDue(services_.platform.clock.Now().PlusSeconds(services_.settings.ServerDownFullRefreshInterval()));
+    SetFullRefreshDue(services_.platform.clock.Now().PlusSeconds(
+        services_.serverSettings.ClientSettings().ServerDownFullRefreshInterval()));
 }
 
 void frmMain::ScheduleFullRefreshNow() {
@@ -146,11 +148,13 @@ void frmMain::ScheduleFullRefreshNow() {
 }
 
 void frmMain::SchedulePrinterListScan() {
-    SetPrinterListScanDue(services_.platform.clock.Now().PlusSeconds(services_.settings.PrinterListRefreshInterval()));
+    SetPrinterListScanDue(services_.platform.clock.Now().PlusSeconds(
+        services_.serverSettings.ClientSettings().PrinterListRefreshInterval()));
 }
 
 void frmMain::ScheduleServerHealthTest() {
-    SetServerHealthTestDue(services_.platform.clock.Now().PlusSeconds(services_.settings.ServerHealthTestInterval()));
+    SetServerHealthTestDue(services_.platform.clock.Now().PlusSeconds(
+        services_.serverSettings.ClientSettings().ServerHealthTestInterval()));
 }
 
 void frmMain::SetFullRefreshDue(DateTime due) {
@@ -222,8 +226,8 @@ void frmMain::FullRefresh() {
     lblFullRefreshResult.Caption(texts.lblRefreshExecuting.Caption());
     ScheduleFullRefresh();
     LetMessagesRun();
-    services_.loadClientSettings();
-    services_.loadChargeRates();
+    services_.serverSettings.LoadClientSettings();
+    services_.serverSettings.LoadChargeRates();
     SelectDetectionObject();
     lvwPrinters.Clear();
     services_.printersMonitored.RefreshPrinterLists();

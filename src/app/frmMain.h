@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "app/ServerSettings.h"
 #include "app/StatusForm.h"
 #include "app/basLog.h"
 #include "detection/IJobDetectionEventSink.h"
@@ -12,8 +13,6 @@
 #include "detection/clsPrintJobMatcher.h"
 #include "detection/clsPrintersMonitored.h"
 #include "platform/Platform.h"
-#include "server/clsClientSettings.h"
-#include "translation/MessageTexts.h"
 #include "translation/Translator.h"
 #include "ui/frmAccountNumber.h"
 
@@ -25,16 +24,11 @@ struct MainFormServices {
     basLog& log;
     Translator& translator;
     clsRegSettings& registrySettings;
-    MessageTexts& messages;
-    const clsClientSettings& settings;
+    ServerSettings& serverSettings;
     clsPrintersMonitored& printersMonitored;
     clsPrintJobMatcher& jobMatcher;
     frmAccountNumber& accountDialog;
-    // The job detection method in force on this family of Windows.
-    std::function<DetectionMethod()> effectiveDetectionMethod;
     std::function<std::shared_ptr<IJobDetectionObject>(DetectionMethod method)> makeDetector;
-    std::function<void()> loadClientSettings;
-    std::function<void()> loadChargeRates;
     // The main form is unloaded: the program ends.
     std::function<void()> unloaded;
 };

