@@ -15,8 +15,6 @@ constexpr std::uint32_t mouseMoveMessage = 512;
 constexpr std::uint32_t unloadPause = 500;
 constexpr int iconWatched = 1;
 constexpr int iconFailed = 2;
-// A clock that falls behind by more than this was set back; timers alone jitter less.
-constexpr std::int64_t clockSetBack = 5'000;
 
 // Marks a task as running while it lives; `Entered` is false when it was running already.
 class Running {
@@ -43,7 +41,8 @@ frmMain::frmMain(const MainFormServices& services)
     : StatusForm(services.platform.textMeasure,
                  {services.platform.files, services.platform.codePage, services.platform.shell,
                   services.platform.textMeasure, services.registrySettings}),
-      services_(services) {
+      services_(services),
+      heartbeat_(services.serverSettings.ClientSettings()) {
     ConnectControls();
 }
 
@@ -126,98 +125,83 @@ const std::u16string& frmMain::MethodText(DetectionMethod method) const {
 
 void frmMain::Start() {
     services_.accountDialog.PreLoadAccounts();
-    ScheduleFullRefresh();
-    ScheduleServerHealthTest();
-    SchedulePrinterListScan();
-    lastTick_ = services_.platform.clock.Now();
+    heartbeat_.Start(Now());
+    ShowDueTimes();
     tmrActivity.Enabled(true);
 }
 
 void frmMain::ScheduleFullRefresh() {
-    SetFullRefreshDue(
-        services_.platform.clock.Now().PlusMinutes(services_.serverSettings.ClientSettings().FullRefreshInterval()));
+    heartbeat_.ScheduleFullRefresh(Now());
+    ShowDueTimes();
 }
 
 void frmMain::ScheduleServerDownFullRefresh() {
-    SetFullRefreshDue(services_.platform.clock.Now().PlusSeconds(
-        services_.serverSettings.ClientSettings().ServerDownFullRefreshInterval()));
+    heartbeat_.ScheduleServerDownFullRefresh(Now());
+    ShowDueTimes();
 }
 
 void frmMain::ScheduleFullRefreshNow() {
-    SetFullRefreshDue(services_.platform.clock.Now());
+    heartbeat_.ScheduleFullRefreshNow(Now());
+    ShowDueTimes();
 }
 
 void frmMain::SchedulePrinterListScan() {
-    SetPrinterListScanDue(services_.platform.clock.Now().PlusSeconds(
-        services_.serverSettings.ClientSettings().PrinterListRefreshInterval()));
+    heartbeat_.SchedulePrinterListScan(Now());
+    ShowDueTimes();
 }
 
 void frmMain::ScheduleServerHealthTest() {
-    SetServerHealthTestDue(services_.platform.clock.Now().PlusSeconds(
-        services_.serverSettings.ClientSettings().ServerHealthTestInterval()));
+    heartbeat_.ScheduleServerHealthTest(Now());
+    ShowDueTimes();
 }
 
-void frmMain::SetFullRefreshDue(DateTime due) {
-    fullRefreshDue_ = due;
-    lblFullRefreshDue.Caption(GeneralDateText(due, services_.platform.clock));
-}
-
-void frmMain::SetPrinterListScanDue(DateTime due) {
-    printerListScanDue_ = due;
-    lblPrinterListScanDue.Caption(GeneralDateText(due, services_.platform.clock));
-}
-
-void frmMain::SetServerHealthTestDue(DateTime due) {
-    serverHealthTestDue_ = due;
-    lblServerHealthTestDue.Caption(GeneralDateText(due, services_.platform.clock));
-}
-
-// Due times are wall-clock times. When the clock is set back they move with it; else nothing would be due for as long
-// as the clock was wrong.
-void frmMain::FollowClock(DateTime now) {
-    const std::int64_t back = lastTick_.milliseconds - now.milliseconds;
-    lastTick_ = now;
-    if (back > clockSetBack) {
-        for (DateTime* due : {&fullRefreshDue_, &printerListScanDue_, &serverHealthTestDue_}) {
-            due->milliseconds -= back;
-        }
-        SetFullRefreshDue(fullRefreshDue_);
-        SetPrinterListScanDue(printerListScanDue_);
-        SetServerHealthTestDue(serverHealthTestDue_);
-    }
+void frmMain::ShowDueTimes() {
+    Clock& clock = services_.platform.clock;
+    lblFullRefreshDue.Caption(GeneralDateText(FullRefreshDue(), clock));
+    lblPrinterListScanDue.Caption(GeneralDateText(PrinterListScanDue(), clock));
+    lblServerHealthTestDue.Caption(GeneralDateText(ServerHealthTestDue(), clock));
 }
 
 void frmMain::ActivityTick() {
     LogErrors(u"frmMain:tmrActivity", [this] {
-        const DateTime now = services_.platform.clock.Now();
+        const DateTime now = Now();
         Pointer(MousePointer::Hourglass);
-        FollowClock(now);
-        RunDueTask(now);
+        if (heartbeat_.FollowClock(now)) {
+            ShowDueTimes();
+        }
+        if (const std::optional<Heartbeat::Task> task = heartbeat_.TaskAt(now)) {
+            const Heartbeat::Run run(heartbeat_, *task);
+            RunTask(*task);
+        }
     });
     LogErrors(u"frmMain:tmrActivity", [this] { Pointer(MousePointer::Default); });
 }
 
-void frmMain::RunDueTask(DateTime now) {
-    if (now > fullRefreshDue_ && !refreshing_) {
-        const Running running(refreshing_);
-        ShowActivity(texts.lblFullRefreshActivity.Caption());
-        FullRefresh();
-    } else if (now > printerListScanDue_ && !scanning_) {
-        const Running running(scanning_);
-        ShowActivity(texts.lblPrinterListScanActivity.Caption());
-        PrinterListScan();
-    } else if (now > serverHealthTestDue_ && !testing_) {
-        const Running running(testing_);
-        ShowActivity(texts.lblServerHealthTestActivity.Caption());
-        ServerHealthTest();
-    } else {
-        const Running running(ticking_);
-        if (running.Entered()) {
+void frmMain::RunTask(Heartbeat::Task task) {
+    switch (task) {
+        case Heartbeat::Task::FullRefresh:
+            ShowActivity(texts.lblFullRefreshActivity.Caption());
+            FullRefresh();
+            break;
+        case Heartbeat::Task::PrinterListScan:
+            ShowActivity(texts.lblPrinterListScanActivity.Caption());
+            PrinterListScan();
+            break;
+        case Heartbeat::Task::ServerHealthTest:
+            ShowActivity(texts.lblServerHealthTestActivity.Caption());
+            ServerHealthTest();
+            break;
+        case Heartbeat::Task::ClockTick:
             ShowActivity(texts.lblIdleActivity.Caption());
-            const std::shared_ptr<IJobDetectionObject> detector = detector_;
-            detector->MonitorClockTick();
-        }
+            ClockTick();
+            break;
     }
+}
+
+// A refresh that comes while messages run may replace the detector: each task holds the one that it began with.
+void frmMain::ClockTick() {
+    const std::shared_ptr<IJobDetectionObject> detector = detector_;
+    detector->MonitorClockTick();
 }
 
 void frmMain::FullRefresh() {

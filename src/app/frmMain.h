@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "app/Heartbeat.h"
 #include "app/ServerSettings.h"
 #include "app/StatusForm.h"
 #include "app/basLog.h"
@@ -45,9 +46,9 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     // Takes the icon out of the notification area as well, should it still be there.
     void Detach() override;
 
-    DateTime FullRefreshDue() const { return fullRefreshDue_; }
-    DateTime PrinterListScanDue() const { return printerListScanDue_; }
-    DateTime ServerHealthTestDue() const { return serverHealthTestDue_; }
+    DateTime FullRefreshDue() const { return heartbeat_.FullRefreshDue(); }
+    DateTime PrinterListScanDue() const { return heartbeat_.PrinterListScanDue(); }
+    DateTime ServerHealthTestDue() const { return heartbeat_.ServerHealthTestDue(); }
     DetectionMethod CurrentDetectionMethod() const { return currentDetectionMethod_; }
 
   protected:
@@ -76,20 +77,19 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     void ScheduleFullRefreshNow();
     void SchedulePrinterListScan();
     void ScheduleServerHealthTest();
-    void SetFullRefreshDue(DateTime due);
-    void SetPrinterListScanDue(DateTime due);
-    void SetServerHealthTestDue(DateTime due);
-    void FollowClock(DateTime now);
+    void ShowDueTimes();
     void ActivityTick();
-    void RunDueTask(DateTime now);
+    void RunTask(Heartbeat::Task task);
     void FullRefresh();
     void PrinterListScan();
     void ServerHealthTest();
+    void ClockTick();
     void ShowActivity(const std::u16string& text);
     void TurnOnLogging();
     void ShowAdvancedStatus();
     void ShowOrHide();
     bool ConfirmClose();
+    DateTime Now() { return services_.platform.clock.Now(); }
     std::u16string NowText();
     void LetMessagesRun();
 
@@ -97,15 +97,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     std::shared_ptr<IJobDetectionObject> detector_;
     DetectionMethod currentDetectionMethod_ = DetectionMethod::File;
     std::optional<TrayIcon> trayIcon_;
-    DateTime fullRefreshDue_;
-    DateTime printerListScanDue_;
-    DateTime serverHealthTestDue_;
-    DateTime lastTick_;
-    // Ticks come while a task lets messages run; what runs already is not begun once more.
-    bool refreshing_ = false;
-    bool scanning_ = false;
-    bool testing_ = false;
-    bool ticking_ = false;
+    Heartbeat heartbeat_;
     bool confirming_ = false;
 };
 

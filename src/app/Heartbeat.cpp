@@ -1,0 +1,62 @@
+#include "app/Heartbeat.h"
+
+namespace korvanta {
+
+namespace {
+// Milliseconds. A clock that falls behind by more than this was set back; timers alone jitter less.
+constexpr std::int64_t clockSetBack = 5'000;
+}  // namespace
+
+void Heartbeat::Start(DateTime now) {
+    ScheduleFullRefresh(now);
+    ScheduleServerHealthTest(now);
+    SchedulePrinterListScan(now);
+    lastTick_ = now;
+}
+
+void Heartbeat::ScheduleFullRefresh(DateTime now) {
+    Schedule(Task::FullRefresh, now.PlusMinutes(settings_.FullRefreshInterval()));
+}
+
+void Heartbeat::ScheduleServerDownFullRefresh(DateTime now) {
+    Schedule(Task::FullRefresh, now.PlusSeconds(settings_.ServerDownFullRefreshInterval()));
+}
+
+void Heartbeat::ScheduleFullRefreshNow(DateTime now) {
+    Schedule(Task::FullRefresh, now);
+}
+
+void Heartbeat::SchedulePrinterListScan(DateTime now) {
+    Schedule(Task::PrinterListScan, now.PlusSeconds(settings_.PrinterListRefreshInterval()));
+}
+
+void Heartbeat::ScheduleServerHealthTest(DateTime now) {
+    Schedule(Task::ServerHealthTest, now.PlusSeconds(settings_.ServerHealthTestInterval()));
+}
+
+// Due times are wall-clock times: if they stayed, nothing would be due for as long as the clock was wrong.
+bool Heartbeat::FollowClock(DateTime now) {
+    const std::int64_t back = lastTick_.milliseconds - now.milliseconds;
+    lastTick_ = now;
+    if (back <= clockSetBack) {
+        return false;
+    }
+    for (DateTime& due : due_) {
+        due.milliseconds -= back;
+    }
+    return true;
+}
+
+std::optional<Heartbeat::Task> Heartbeat::TaskAt(DateTime now) const {
+    for (std::size_t task = 0; task < scheduledTasks; ++task) {
+        if (now > due_[task] && !running_[task]) {
+            return static_cast<Task>(task);
+        }
+    }
+    if (running_[scheduledTasks]) {
+        return std::nullopt;
+    }
+    return Task::ClockTick;
+}
+
+}  // namespace korvanta
