@@ -49,11 +49,11 @@ bool Heartbeat::FollowClock(DateTime now) {
 
 std::optional<Heartbeat::Task> Heartbeat::TaskAt(DateTime now) const {
     for (std::size_t task = 0; task < scheduledTasks; ++task) {
-        if (now > due_[task] && !running_[task]) {
+        if (now > due_[task] && !running_[task].IsSet()) {
             return static_cast<Task>(task);
         }
     }
-    if (running_[scheduledTasks]) {
+    if (running_[scheduledTasks].IsSet()) {
         return std::nullopt;
     }
     return Task::ClockTick;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "controls/ReentryFlag.h"
 #include "platform/Clock.h"
 #include "server/clsClientSettings.h"
 
@@ -17,18 +18,6 @@ class Heartbeat {
   public:
     // The most urgent first. The tick of the detector is due whenever nothing else is.
     enum class Task { FullRefresh, PrinterListScan, ServerHealthTest, ClockTick };
-
-    // While it lives, the task runs.
-    class Run {
-      public:
-        Run(Heartbeat& heartbeat, Task task) : running_(heartbeat.Running(task)) { running_ = true; }
-        ~Run() { running_ = false; }
-        Run(const Run&) = delete;
-        Run& operator=(const Run&) = delete;
-
-      private:
-        bool& running_;
-    };
 
     // The intervals are read from the settings whenever a task is scheduled.
     explicit Heartbeat(const clsClientSettings& settings) : settings_(settings) {}
@@ -52,17 +41,18 @@ class Heartbeat {
     bool FollowClock(DateTime now);
     // What a tick at `now` does; nothing when it comes while the detector's tick runs and no other task is due.
     std::optional<Task> TaskAt(DateTime now) const;
+    // Who does the task sets its flag meanwhile.
+    ReentryFlag& Running(Task task) { return running_[static_cast<std::size_t>(task)]; }
 
   private:
     static constexpr std::size_t scheduledTasks = 3;
 
     DateTime Due(Task task) const { return due_[static_cast<std::size_t>(task)]; }
     void Schedule(Task task, DateTime due) { due_[static_cast<std::size_t>(task)] = due; }
-    bool& Running(Task task) { return running_[static_cast<std::size_t>(task)]; }
 
     const clsClientSettings& settings_;
     std::array<DateTime, scheduledTasks> due_{};
-    std::array<bool, scheduledTasks + 1> running_{};
+    std::array<ReentryFlag, scheduledTasks + 1> running_;
     DateTime lastTick_;
 };
 

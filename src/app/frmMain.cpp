@@ -16,25 +16,6 @@ constexpr std::uint32_t unloadPause = 500;
 constexpr int iconWatched = 1;
 constexpr int iconFailed = 2;
 
-// Marks a task as running while it lives; `Entered` is false when it was running already.
-class Running {
-  public:
-    explicit Running(bool& flag) : flag_(flag), entered_(!flag) { flag_ = true; }
-    ~Running() {
-        if (entered_) {
-            flag_ = false;
-        }
-    }
-    Running(const Running&) = delete;
-    Running& operator=(const Running&) = delete;
-
-    bool Entered() const { return entered_; }
-
-  private:
-    bool& flag_;
-    bool entered_;
-};
-
 }  // namespace
 
 frmMain::frmMain(const MainFormServices& services)
@@ -170,7 +151,7 @@ void frmMain::ActivityTick() {
             ShowDueTimes();
         }
         if (const std::optional<Heartbeat::Task> task = heartbeat_.TaskAt(now)) {
-            const Heartbeat::Run run(heartbeat_, *task);
+            const ReentryFlag::Scope running(heartbeat_.Running(*task));
             RunTask(*task);
         }
     });
@@ -333,8 +314,8 @@ bool frmMain::OnQueryUnload(CloseReason reason) {
 }
 
 bool frmMain::ConfirmClose() {
-    const Running running(confirming_);
-    return running.Entered() &&
+    const ReentryFlag::Scope confirming(confirming_);
+    return confirming.Entered() &&
            services_.platform.messageBoxes.Show(texts.lblCloseQuestion.Caption(), texts.lblCloseTitle.Caption(),
                                                 MessageButtons::YesNo, MessageIcon::None) == MessageAnswer::Yes;
 }

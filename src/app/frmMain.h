@@ -9,6 +9,7 @@
 #include "app/ServerSettings.h"
 #include "app/StatusForm.h"
 #include "app/basLog.h"
+#include "controls/ReentryFlag.h"
 #include "detection/IJobDetectionEventSink.h"
 #include "detection/IJobDetectionObject.h"
 #include "detection/clsPrintJobMatcher.h"
@@ -98,7 +99,8 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     DetectionMethod currentDetectionMethod_ = DetectionMethod::File;
     std::optional<TrayIcon> trayIcon_;
     Heartbeat heartbeat_;
-    bool confirming_ = false;
+    // The question whether to close the program is on the screen.
+    ReentryFlag confirming_;
 };
 
 }  // namespace korvanta

@@ -95,7 +95,7 @@ TEST_F(HeartbeatTest, TaskThatRunsIsPassedOverUntilItHasEnded) {
     for (const Task task : {Task::FullRefresh, Task::PrinterListScan, Task::ServerHealthTest}) {
         ASSERT_EQ(heartbeat.TaskAt(After(500)), task);
         {
-            const Heartbeat::Run run(heartbeat, task);
+            const ReentryFlag::Scope run(heartbeat.Running(task));
             EXPECT_NE(heartbeat.TaskAt(After(500)), task);
         }
         EXPECT_EQ(heartbeat.TaskAt(After(500)), task);
@@ -104,17 +104,17 @@ TEST_F(HeartbeatTest, TaskThatRunsIsPassedOverUntilItHasEnded) {
 }
 
 TEST_F(HeartbeatTest, WhileTheDetectorsTickRunsATickDoesWhatElseIsDueOrNothing) {
-    const Heartbeat::Run run(heartbeat, Task::ClockTick);
+    const ReentryFlag::Scope run(heartbeat.Running(Task::ClockTick));
     EXPECT_EQ(heartbeat.TaskAt(After(1)), std::nullopt);
     EXPECT_EQ(heartbeat.TaskAt(After(32)), Task::ServerHealthTest);
 }
 
 TEST_F(HeartbeatTest, WhileEverythingRunsATickDoesNothing) {
-    const Heartbeat::Run refresh(heartbeat, Task::FullRefresh);
-    const Heartbeat::Run scan(heartbeat, Task::PrinterListScan);
-    const Heartbeat::Run test(heartbeat, Task::ServerHealthTest);
+    const ReentryFlag::Scope refresh(heartbeat.Running(Task::FullRefresh));
+    const ReentryFlag::Scope scan(heartbeat.Running(Task::PrinterListScan));
+    const ReentryFlag::Scope test(heartbeat.Running(Task::ServerHealthTest));
     EXPECT_EQ(heartbeat.TaskAt(After(500)), Task::ClockTick);
-    const Heartbeat::Run tick(heartbeat, Task::ClockTick);
+    const ReentryFlag::Scope tick(heartbeat.Running(Task::ClockTick));
     EXPECT_EQ(heartbeat.TaskAt(After(500)), std::nullopt);
 }
 
