@@ -41,6 +41,25 @@ class CheckHouse(unittest.TestCase):
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         self.assertIn("0 broken rules", result.stdout)
 
+    def test_function_that_is_too_long(self):
+        body = "    Next();\n" * 58
+        self.write("common/Right.cpp", "void Right() {\n" + body + "}\n")
+        self.assertEqual(self.run_check("--no-format").returncode, 0)
+        for beginning in ("void Wrong() {", "template <typename T>\nbool Wrong::Is(T t) const {", "Wrong::Wrong(int a) : a_{a} {",
+                          "auto Wrong(int a,\n           int b) -> int {", "void Wrong() {\n    Each([](int a) {\n    });"):
+            self.write("common/Wrong.cpp", "int before = 3;\n\n" + beginning + "\n" + body + "    Last();\n}\n")
+            self.assert_breach("src/common/Wrong.cpp:3", "lines, more than 60", "--no-format")
+
+    def test_long_function_within_a_class(self):
+        self.write("common/Wrong.h", "namespace a {\nclass Wrong {\n  public:\n    int Short() { return 3; }\n    void Long() {\n"
+                   + "        if (Next()) {\n        }\n" * 30 + "    }\n};\n}\n")
+        self.assert_breach("src/common/Wrong.h:5", "has a function of 62 lines", "--no-format")
+
+    def test_long_class_or_table_is_no_function(self):
+        self.write("common/Right.h", "class Right {\n" + "    int Next() { return 3; }\n" * 100 + "};\n")
+        self.write("common/Right.cpp", "const Row table[] = {\n" + "    {Row(1), 2},\n" * 100 + "};\nvoid F() {\n}\n")
+        self.assertEqual(self.run_check("--no-format").returncode, 0)
+
     def test_include_of_a_room_above(self):
         self.write("common/Wrong.h", "#pragma once\n\n#include \"app/basKorvanta.h\"\n")
         self.assert_breach("src/common/Wrong.h:3", "app is above common")
