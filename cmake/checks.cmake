@@ -4,8 +4,19 @@ set(KORVANTA_WINDOWS_BUILD ${CMAKE_SOURCE_DIR}/build/windows CACHE PATH "The bui
 set(client_program ${CMAKE_SOURCE_DIR}/dist/KorvantaClient/KorvantaClient.exe)
 
 add_test(NAME "house: the rules" COMMAND ${CMAKE_SOURCE_DIR}/tools/check-house --program ${client_program})
-add_test(NAME "house: clang-tidy" COMMAND ${CMAKE_SOURCE_DIR}/tools/tidy)
-set_tests_properties("house: clang-tidy" PROPERTIES TIMEOUT 900 PROCESSORS 2)
+# A room at a time.
+file(GLOB_RECURSE product_sources CONFIGURE_DEPENDS src/*.cpp)
+set(rooms)
+foreach(source ${product_sources})
+  get_filename_component(room ${source} DIRECTORY)
+  list(APPEND rooms ${room})
+endforeach()
+list(REMOVE_DUPLICATES rooms)
+foreach(room ${rooms})
+  file(RELATIVE_PATH name ${CMAKE_SOURCE_DIR} ${room})
+  add_test(NAME "house: clang-tidy, ${name}" COMMAND ${CMAKE_SOURCE_DIR}/tools/tidy --jobs 1 ${room})
+  set_tests_properties("house: clang-tidy, ${name}" PROPERTIES TIMEOUT 600 COST 150)
+endforeach()
 
 # Python tests are found by their folders.
 file(GLOB python_test_folders CONFIGURE_DEPENDS tools/tests tools/*/tests tests/fuzz/tests tests/breakages/tests
