@@ -124,13 +124,14 @@ void clsJobDetectionFile::ReportPrinters() {
 
 void clsJobDetectionFile::GetServerCounters() {
     log_.Log(u"clsJobDetectionFile: Getting server counters");
+    JobFiles::Pauses pauses;
     for (const Variant& server : printersMonitored_.ServerList()->Items()) {
         JobFiles& files = FilesOf(server.Text());
         if (!files.Healthy()) {
             continue;
         }
         try {
-            files.CatchUp();
+            files.CatchUp(pauses);
         } catch (...) {
             // A user who has never printed here has no counter, so a failure is nothing unusual.
             continue;
@@ -139,10 +140,11 @@ void clsJobDetectionFile::GetServerCounters() {
 }
 
 void clsJobDetectionFile::PollAllServers() {
+    JobFiles::Pauses pauses;
     for (const Variant& server : printersMonitored_.ServerList()->Items()) {
         log_.Log(u"Checking server for print jobs: " + server.Text());
         if (JobFiles& files = FilesOf(server.Text()); files.Healthy()) {
-            files.Poll();
+            files.Poll(pauses);
         }
     }
 }

@@ -11,7 +11,7 @@ class Breakage(NamedTuple):
     simulated: bool = True
 
 
-FILES = "detection/clsJobDetectionFile.cpp"
+FILES = "detection/JobFiles.cpp"
 SPOOLER = "detection/clsJobDetectionPrinter.cpp"
 DIALOG = "ui/frmAccountNumber.cpp"
 PREFERENCES = "ui/clsTLXPrefs.cpp"
@@ -28,15 +28,15 @@ MONITOR_TICK = """    if (job == nullptr || showing_) {
 BREAKAGES = [
     Breakage("announced twice", "detection/clsJobHistory.cpp", "return !found;", "return true;"),
     Breakage("history too short", "detection/clsJobHistory.cpp", "capacity = 100;", "capacity = 1;"),
-    Breakage("dropped at an outage", FILES,
-             "            if (!server->TestJobNotificationFile(number)) {\n                break;\n            }\n", ""),
-    Breakage("not caught up after an outage", FILES,
-             "number = held->second; number < counter;", "number = counter; number < counter;"),
-    Breakage("half a file not tried again", FILES, "    if (!valid) {\n        system_.Sleep",
-             "    if (false) {\n        system_.Sleep"),
-    Breakage("undelivered files skipped", FILES, "if (emptyFiles != 0) {", "if (false) {"),
-    Breakage("numbers do not start again", FILES, "(NextFile(serverName) + 1) % fileNumbers",
-             "NextFile(serverName) + 1"),
+    Breakage("passed over while it is being replaced", FILES, "            unread_.erase(number);\n            return false;",
+             "            unread_.erase(number);", False),
+    Breakage("not caught up after an outage", FILES, "number = held; number < counter;",
+             "number = counter; number < counter;"),
+    Breakage("unread file not tried again", FILES, "        Retry(number);\n        lastRetried_ = number;",
+             "        lastRetried_ = number;"),
+    Breakage("unread file given up at once", FILES, "if (now >= *giveUpAt &&", "if ("),
+    Breakage("undelivered files skipped", FILES, "    if (!emptyFiles.empty()) {", "    if (false) {"),
+    Breakage("numbers do not start again", FILES, "return (number + 1) % fileNumbers;", "return number + 1;"),
     Breakage("counter read wrongly", FILES, "ToInteger32(text);\n    if (counter < 0",
              "ToInteger32(text) / 10;\n    if (counter < 0"),
     Breakage("unreadable counter taken for 0", FILES,
@@ -84,6 +84,6 @@ BREAKAGES = [
     Breakage("local copy written in place", PREFERENCES,
              "replaced = StorePrefs(fresh) && files_.Copy(fresh, localPath_) == windowsError::none;",
              "replaced = StorePrefs(localPath_);"),
-    Breakage("a refresh within a tick", "detection/OneAtATime.cpp", "    if (busy_) {\n        return;",
+    Breakage("a refresh within a tick", "detection/OneAtATime.cpp", "    if (!running.Entered()) {\n        return;",
              "    if (false) {\n        return;", False),
 ]

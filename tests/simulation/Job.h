@@ -25,8 +25,7 @@ struct Job {
     int attempts = 0;  // reads of its file
     std::int64_t firstAttempt = 0;
     std::int64_t lastAttempt = 0;
-    bool found = false;  // the program was told that its file is there, and has not read the counter since
-    int readsSince = 0;
+    bool clockWasSet = false;  // since the first of them
     bool seen = false;         // the whole record, at a time when it has to be reported
     std::string why;           // the rule by which it need not be seen
     bool silent = false;       // a first look at the queue has entered it into this run's history

@@ -334,6 +334,7 @@ void Office::SomethingHappens() {
             const int hours = random_.Chance(5'000) ? 1 : -1;
             Note("the clock jumps by an hour");
             windows.clock.AdvanceMinutes(hours * 60);
+            oracle_.ClockSet();
             break;
         }
         case 6: {
@@ -387,12 +388,6 @@ void Office::Watch() {
             Vanish(ServerIn(std::u16string(detail)));
         }
         return Trouble(detail, netNameDeleted);
-    };
-    windows.files.onExists = [this](const std::u16string& path, bool exists) {
-        const int number = NumberOfJobFile(path);
-        if (number >= 0) {
-            oracle_.Tested(ServerIn(path), number, exists);
-        }
     };
     windows.internet.faults.onCheck = [this](std::string_view call, std::u16string_view detail) {
         if (call == "OpenUrl") {

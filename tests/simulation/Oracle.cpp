@@ -9,7 +9,7 @@ namespace korvanta::simulation {
 namespace {
 
 constexpr int fileNumbers = 1000;
-constexpr std::int64_t retryPause = 200;
+constexpr std::int64_t minute = 60'000;
 constexpr std::size_t recordLines = 10;
 
 bool IsNumber(const std::u16string& text) {
@@ -74,29 +74,47 @@ void Oracle::Saw(Job& job) {
     }
 }
 
-// Numbers that the program passes over on its way to the next one: it must have tried their files twice.
-void Oracle::LeaveBehind(int server, int from, int to) {
-    for (Job& job : jobs_) {
-        if (job.server == server && !job.seen && job.number >= from && job.number < to && MayBeLeft(job)) {
-            job.why = rule::unreadable;
-        }
+// Numbers that the program passes over on its way to the next one: from now on it may try them at any time.
+void Oracle::LeaveBehind(Server& state, int from, int to) {
+    for (int number = from; number < to; ++number) {
+        state.behind.insert(number);
     }
 }
 
-// A file that was there has to be there still: its server may have gone away instead.
-bool Oracle::MayBeLeft(const Job& job) {
-    return WasTriedTwice(job) && (!job.found || job.readsSince == 0);
+// The files of a row that gave nothing are the next ones again.
+void Oracle::GoBackTo(Server& state, int number) {
+    for (int i = number; i != state.next; i = (i + 1) % fileNumbers) {
+        state.behind.erase(i);
+    }
+    state.next = number;
 }
 
-bool Oracle::WasTriedTwice(const Job& job) {
-    return job.attempts >= 2 && job.lastAttempt - job.firstAttempt >= retryPause;
+bool Oracle::WasTriedForAMinute(const Job& job) {
+    return job.attempts >= 2 && (job.lastAttempt - job.firstAttempt >= minute || job.clockWasSet);
+}
+
+void Oracle::ClockSet() {
+    for (Job& job : jobs_) {
+        job.clockWasSet = job.clockWasSet || job.attempts > 0;
+    }
 }
 
 void Oracle::AskedFor(int server, int number, bool reading) {
     Server& state = servers_[server];
+    Job* const job = reading ? AtNumber(server, number) : nullptr;
+    if (job != nullptr) {
+        job->firstAttempt = job->attempts == 0 ? now : job->firstAttempt;
+        job->lastAttempt = now;
+        ++job->attempts;
+    }
+    if (number == state.rowStart && number != state.next && state.catchingUpTo < 0) {
+        GoBackTo(state, number);
+    }
+    if (reading && number != state.next && state.behind.contains(number)) {
+        return;
+    }
     if (state.next >= 0 && state.next != number) {
-        const int to = number < state.next ? fileNumbers : number;
-        LeaveBehind(server, state.next, to);
+        LeaveBehind(state, state.next, number < state.next ? fileNumbers : number);
     }
     state.blind = state.blind || state.next < 0;
     if (number >= state.catchingUpTo) {
@@ -111,24 +129,12 @@ void Oracle::AskedFor(int server, int number, bool reading) {
         state.gotText = false;
     }
     state.next = number;
-    Job* const job = reading ? AtNumber(server, number) : nullptr;
-    if (job != nullptr) {
-        job->firstAttempt = job->attempts == 0 ? now : job->firstAttempt;
-        job->lastAttempt = now;
-        ++job->attempts;
-        ++job->readsSince;
-    }
-}
-
-void Oracle::Tested(int server, int number, bool exists) {
-    if (Job* const job = AtNumber(server, number)) {
-        job->found = exists;
-        job->readsSince = 0;
-    }
 }
 
 void Oracle::GotJobFile(int server, int number, const std::u16string& text) {
-    servers_[server].gotText = !text.empty();
+    Server& state = servers_[server];
+    const bool isNext = number == state.next;
+    state.gotText = isNext ? !text.empty() : state.gotText;
     const std::vector<std::u16string> lines = LinesOf(text);
     if (!IsRecord(lines)) {
         return;
@@ -137,9 +143,12 @@ void Oracle::GotJobFile(int server, int number, const std::u16string& text) {
         Saw(*job);
         // The history knows a job by its times too.
         job->cut = job->cut || lines[9] != job->lastLine;
-        servers_[server].next = (number + 1) % fileNumbers;
-        servers_[server].rowStart = -1;
-        servers_[server].gotText = false;
+        state.behind.erase(number);
+        if (isNext) {
+            state.next = (number + 1) % fileNumbers;
+            state.rowStart = -1;
+            state.gotText = false;
+        }
     }
 }
 
@@ -151,16 +160,13 @@ void Oracle::GotCounter(int server, const std::u16string& text) {
     Server& state = servers_[server];
     const bool isTrue = counter == state.trueCounter;
     if (state.catchingUpTo >= 0) {
-        LeaveBehind(server, state.next, state.catchingUpTo);
+        LeaveBehind(state, state.next, state.catchingUpTo);
         state.next = state.catchingUpTo;
     } else if (state.rowStart >= 0) {
-        state.next = state.rowStart;
+        GoBackTo(state, state.rowStart);
     }
     state.rowStart = -1;
     state.catchingUpTo = state.next >= 0 && counter > state.next ? counter : -1;
-    for (Job& job : jobs_) {
-        job.found = job.found && job.server != server;
-    }
     for (Job& job : jobs_) {
         if (job.server != server || job.seen || !job.issued || !job.why.empty()) {
             continue;
@@ -176,6 +182,9 @@ void Oracle::GotCounter(int server, const std::u16string& text) {
     state.blind = false;
     // The files from the held number up to the counter are asked for one by one.
     if (state.next < 0 || counter < state.next) {
+        if (state.next >= 0) {
+            state.behind.insert(state.next % fileNumbers);
+        }
         state.next = counter;
     }
 }
@@ -230,6 +239,7 @@ void Oracle::ProgramEnded() {
         state.rowStart = -1;
         state.catchingUpTo = -1;
         state.blind = false;
+        state.behind.clear();
     }
     for (Job& job : jobs_) {
         if ((job.seen || job.offered != 0) && job.notified + job.told == 0) {
@@ -334,10 +344,10 @@ std::string Oracle::Judge(const Job& job, std::map<std::string, int>& rules) {
         return "was offered although the program cannot know it";
     }
     if (!job.seen && job.offered == 0) {
-        if (job.why.empty()) {
+        if (job.why.empty() && !WasTriedForAMinute(job)) {
             return "was never seen";
         }
-        ++rules[job.why];
+        ++rules[job.why.empty() ? rule::unreadable : job.why];
         return "";
     }
     if (job.clientEnded && job.notified + job.told == 0) {

@@ -16,7 +16,7 @@ inline constexpr const char* beforeMonitoring = "there before the client looked"
 inline constexpr const char* counterWrapped = "counter wrapped";
 inline constexpr const char* counterMisread = "counter misread";
 inline constexpr const char* counterMissing = "no counter at the first look";
-inline constexpr const char* unreadable = "file unreadable twice";
+inline constexpr const char* unreadable = "file unreadable for a minute";
 inline constexpr const char* leftUnseen = "left the queue unseen";
 inline constexpr const char* detectorReplaced = "detection method changed";
 inline constexpr const char* clientEnded = "client ended while the job waited";
@@ -44,10 +44,10 @@ class Oracle {
 
     // From the seam: a job file is asked for; its text, or that of a counter, was read to its end.
     void AskedFor(int server, int number, bool reading);
-    // And for whether a job file is there, which a web server is not asked in so many words.
-    void Tested(int server, int number, bool exists);
     void GotJobFile(int server, int number, const std::u16string& text);
     void GotCounter(int server, const std::u16string& text);
+    // Somebody has set the program's clock: a minute by that clock may be none.
+    void ClockSet();
     // An enumeration of a print queue gave this job.
     void Enumerated(const std::u16string& document);
     // What the program did about a job.
@@ -80,14 +80,15 @@ class Oracle {
         bool gotText = false;   // the file that was asked for last gave something
         int catchingUpTo = -1;  // the counter, while the files below it are read without asking whether they are there
         bool blind = false;     // files were asked for, from number 0, before there was a counter
+        std::set<int> behind;   // numbers that were passed over unread, and may be tried again at any time
     };
     void Saw(Job& job);
     void ForgetHistories();
     static void EndsAgain(Job& job);
     Job* AtNumber(int server, int number);
-    void LeaveBehind(int server, int from, int to);
-    static bool MayBeLeft(const Job& job);
-    static bool WasTriedTwice(const Job& job);
+    static void LeaveBehind(Server& state, int from, int to);
+    void GoBackTo(Server& state, int number);
+    static bool WasTriedForAMinute(const Job& job);
     static std::string Judge(const Job& job, std::map<std::string, int>& rules);
     static std::string JudgeEnd(const Job& job);
 

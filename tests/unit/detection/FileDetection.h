@@ -63,6 +63,8 @@ class FileDetection : public testing::Test {
         return std::count(files_.log.begin(), files_.log.end(), call);
     }
 
+    void Pass(std::int64_t seconds) { organisation_.platform.clock.AdvanceSeconds(seconds); }
+
     Organisation organisation_;
     fakes::FakeFileSystem& files_ = organisation_.platform.files;
     fakes::FakeSystem& system_ = organisation_.platform.system;
