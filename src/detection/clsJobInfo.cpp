@@ -1,9 +1,8 @@
 #include "detection/clsJobInfo.h"
 
-#include <string_view>
-
 #include "common/Conversion.h"
 #include "common/Error.h"
+#include "common/FieldReader.h"
 #include "common/Text.h"
 #include "server/PrinterName.h"
 
@@ -70,19 +69,9 @@ bool clsJobInfo::ReadFromTextStream(TextInput& objTS) {
 }
 
 bool clsJobInfo::ReadFromString(const std::u16string& strFile) {
-    std::u16string_view rest = strFile;
-    bool ended = false;
-    // Lines are cut off one at a time and not all at once: a server may publish a huge file, and ten are enough.
-    return TryReadLines(*this, [&rest, &ended] {
-        if (ended) {
-            throw OutOfRange();
-        }
-        const std::size_t lineEnd = rest.find(lineBreak);
-        std::u16string line(rest.substr(0, lineEnd));
-        ended = lineEnd == std::u16string_view::npos;
-        rest.remove_prefix(ended ? rest.size() : lineEnd + lineBreak.size());
-        return line;
-    });
+    // Line by line and not all at once: a server may publish a huge file, and ten lines are enough.
+    FieldReader lines(strFile, lineBreak);
+    return TryReadLines(*this, [&lines] { return std::u16string(lines.Next()); });
 }
 
 }  // namespace korvanta

@@ -5,8 +5,7 @@
 #include <vector>
 
 #include "common/Conversion.h"
-#include "common/Error.h"
-#include "common/Text.h"
+#include "common/FieldReader.h"
 
 namespace korvanta {
 
@@ -64,12 +63,9 @@ void clsChargeRates::AddDefault() {
 }
 
 void clsChargeRates::AddLine(std::u16string_view line) {
-    const std::size_t separator = line.find(fieldSeparator);
-    if (separator == std::u16string_view::npos) {
-        throw Error(errorNumber::subscriptOutOfRange, u"clsChargeRates", u"Subscript out of range");
-    }
-    const std::u16string_view rest = line.substr(separator + 1);
-    Add(std::u16string(rest.substr(0, rest.find(fieldSeparator))), LeadingNumber(line.substr(0, separator)));
+    FieldReader fields(line);
+    const double value = LeadingNumber(fields.Next());
+    Add(std::u16string(fields.Next()), value);
 }
 
 bool clsChargeRates::LoadFile(TextInput& stream) {
@@ -84,7 +80,7 @@ bool clsChargeRates::LoadFile(TextInput& stream) {
         }
         loaded = true;
     } catch (...) {
-        // The result says so; the rates before the failure serve.
+        // The caller is told; the rates that were read before the failure stay.
         loaded = false;
     }
     try {

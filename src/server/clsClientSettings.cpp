@@ -1,37 +1,9 @@
 #include "server/clsClientSettings.h"
 
-#include <string_view>
-
 #include "common/Conversion.h"
-#include "common/Error.h"
-#include "common/Text.h"
+#include "common/FieldReader.h"
 
 namespace korvanta {
-
-namespace {
-
-// Hands out a text's lines one by one; only CR LF ends a line.
-class Lines {
-  public:
-    explicit Lines(std::u16string_view text) : rest_(text) {}
-
-    std::u16string_view Next() {
-        if (ended_) {
-            throw Error(errorNumber::subscriptOutOfRange, u"clsClientSettings", u"Subscript out of range");
-        }
-        const std::size_t end = rest_.find(lineBreak);
-        ended_ = end == std::u16string_view::npos;
-        const std::u16string_view line = rest_.substr(0, end);
-        rest_.remove_prefix(ended_ ? rest_.size() : end + lineBreak.size());
-        return line;
-    }
-
-  private:
-    std::u16string_view rest_;
-    bool ended_ = false;
-};
-
-}  // namespace
 
 template <class NextLine>
 bool clsClientSettings::Load(NextLine nextLine) {
@@ -51,14 +23,14 @@ bool clsClientSettings::Load(NextLine nextLine) {
         try {
             *text = nextLine();
         } catch (...) {
-            // A file may end before these two, and they then stay as they are.
+            // A file may end before these two; they then keep their values.
         }
     }
     return true;
 }
 
 bool clsClientSettings::LoadString(const std::u16string& text) {
-    return Load([lines = Lines(text)]() mutable { return lines.Next(); });
+    return Load([lines = FieldReader(text, lineBreak)]() mutable { return lines.Next(); });
 }
 
 bool clsClientSettings::LoadFile(TextInput& stream) {

@@ -2,6 +2,7 @@
 
 #include "common/Conversion.h"
 #include "common/Error.h"
+#include "common/FieldReader.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
 #include "server/Shares.h"
@@ -182,12 +183,9 @@ bool clsTLXPrefs::ReadPrefsFile(const std::u16string& path) {
     try {
         TextInput file = TextInput::OpenUtf16(files_, path);
         while (!file.AtEnd()) {
-            const std::vector<std::u16string> fields =
-                Split(file.ReadLineView(), std::u16string_view(&fieldSeparator, 1));
-            if (fields.size() < 2) {
-                return false;
-            }
-            keys_.Set(fields[0], fields[1]);
+            FieldReader fields(file.ReadLineView());
+            const std::u16string key(fields.Next());
+            keys_.Set(key, std::u16string(fields.Next()));
         }
     } catch (const Error& error) {
         unreadable_ = error.Number() == errorNumber::permissionDenied || error.Number() == errorNumber::deviceError;
