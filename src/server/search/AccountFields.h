@@ -5,7 +5,7 @@
 
 namespace korvanta {
 
-// What a string form says: the first eight fields joined by fieldSeparator. The texts are pieces of it.
+// The eight fields of an account's string form. The texts are views of it.
 struct AccountFields {
     std::int32_t accountId = 0;
     bool isMain = false;
@@ -16,8 +16,8 @@ struct AccountFields {
     std::int16_t requireComment = 0;
     std::u16string_view password;
 };
-// Raises Error 9 "Subscript out of range" for a missing field, 13 or 6 for a number that is none or too large. What
-// follows the eighth field is ignored.
+// Raises Error 9 "Subscript out of range" for a missing field, 13 for what is not a number, 6 for a number too large.
+// Fields after the eighth are ignored.
 AccountFields ParseAccount(std::u16string_view stringForm);
 
 }  // namespace korvanta

@@ -10,10 +10,9 @@ namespace korvanta {
 AccountSearch::AccountSearch(std::shared_ptr<const AccountTable> table, std::u16string_view text)
     : table_(std::move(table)),
       lower_(Lower(text)),
-      folded_(AccountTable::Folded(lower_)),
-      foldedSuffices_(std::all_of(lower_.begin(), lower_.end(), [](char16_t unit) {
-          return AccountTable::IsAscii(unit) && unit != fieldSeparator;
-      })) {}
+      folded_(TitleIndex::Folded(lower_)),
+      foldedSuffices_(std::all_of(lower_.begin(), lower_.end(),
+                                  [](char16_t unit) { return TitleIndex::IsAscii(unit) && unit != fieldSeparator; })) {}
 
 std::span<const std::uint32_t> AccountSearch::Shown(std::size_t group) {
     const std::size_t first = table_->GroupStart(group);
@@ -30,12 +29,11 @@ std::span<const std::uint32_t> AccountSearch::Shown(std::size_t group) {
     std::size_t count = 1;
     const bool all = IsHit(first);
     bool found = all;
-    // Whether a sub-account has a hit is as good as random, and a processor is slow where it cannot foresee the way: so
-    // there is one way for both.
+    // Without a branch, since a processor cannot predict which sub-accounts have a hit.
     for (std::size_t account = first + 1; account < end; ++account) {
         LookAt(account);
         bool hit = IsHit(account);
-        if (table_->starts_[account].hasMainTitle != 0) {
+        if (Titles().HasOwnMainTitle(account)) {
             found |= hit;
             hit = hit && HasHitInSubTitle(account);
         }
@@ -51,7 +49,7 @@ std::span<const std::uint32_t> AccountSearch::ShowAll(std::size_t first, std::si
     return {shown, end - first};
 }
 
-// For one more than so many: what turns out not to be shown is written too.
+// With one spare slot, since Shown writes each candidate before it is known whether it stays.
 std::uint32_t* AccountSearch::RoomFor(std::size_t accounts) {
     if (shown_.size() <= accounts) {
         shown_.resize(accounts + 1);
@@ -59,7 +57,7 @@ std::uint32_t* AccountSearch::RoomFor(std::size_t accounts) {
     return shown_.data();
 }
 
-// Makes hits_ tell of the account.
+// Searches the account's block, unless it was the last one that was searched.
 inline void AccountSearch::LookAt(std::size_t account) {
     if (account < firstAccount_ || account >= endAccount_) {
         MarkBlockOf(account);
@@ -67,14 +65,14 @@ inline void AccountSearch::LookAt(std::size_t account) {
 }
 
 void AccountSearch::MarkBlockOf(std::size_t account) {
-    const std::vector<AccountTable::Block>& blocks = table_->blocks_;
+    const std::vector<TitleIndex::Block>& blocks = Titles().Blocks();
     if (account < firstAccount_) {
         block_ = 0;
     }
     while (block_ + 1 < blocks.size() && blocks[block_ + 1].firstAccount <= account) {
         ++block_;
     }
-    const AccountTable::Block& block = blocks[block_];
+    const TitleIndex::Block& block = blocks[block_];
     firstAccount_ = block.firstAccount;
     endAccount_ = block_ + 1 < blocks.size() ? blocks[block_ + 1].firstAccount : table_->Count();
     folded_.Mark(block.folded.get(), block.folded.get() + block.used, hits_);
@@ -88,23 +86,17 @@ void AccountSearch::MarkBlockOf(std::size_t account) {
     }
 }
 
-inline std::size_t AccountSearch::TitlesBegin(std::size_t account) const {
-    return table_->starts_[account].offset;
-}
-
 inline std::size_t AccountSearch::TitlesEnd(std::size_t account) const {
-    return account + 1 < endAccount_ ? TitlesBegin(account + 1) : table_->blocks_[block_].used;
+    return account + 1 < endAccount_ ? Titles().Offset(account + 1) : Titles().Blocks()[block_].used;
 }
 
-// In either title of its own.
+// In a title of its own; a main title that it shares is the main account's.
 inline bool AccountSearch::IsHit(std::size_t account) const {
-    return hits_.Any(TitlesBegin(account), TitlesEnd(account));
+    return hits_.Any(Titles().Offset(account), TitlesEnd(account));
 }
 
 bool AccountSearch::HasHitInSubTitle(std::size_t account) const {
-    const char16_t* const units = table_->blocks_[block_].units.get();
-    const auto subTitle = static_cast<std::size_t>(table_->records_[account].subTitle - units);
-    return hits_.Any(subTitle, TitlesEnd(account));
+    return hits_.Any(Titles().SubTitleOffset(account), TitlesEnd(account));
 }
 
 }  // namespace korvanta

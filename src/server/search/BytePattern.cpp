@@ -38,8 +38,8 @@ void BytePattern::Mark(const std::uint8_t* from, const std::uint8_t* end, Marks&
     }
 }
 
-// Looks closer only where both the first and the last byte are right. Gives the first place that it did not look at.
-// Whoever calls may have aligned the stack for less than sixteen bytes.
+// Compares the whole sequence only where both its first and its last byte match. Gives the first place that it did not
+// look at. The stack is aligned anew, since callers in a 32-bit program may align it to four bytes only.
 __attribute__((target("sse2"), force_align_arg_pointer)) std::size_t BytePattern::MarkBySixteens(
     const std::uint8_t* text, std::size_t places, Marks& marks) const {
     const std::size_t toLast = bytes_.size() - 1;

@@ -9,13 +9,13 @@
 
 namespace korvanta {
 
-// Bytes to be found among many others. Processors that compare sixteen bytes at once do so.
+// A sequence of bytes to search for, sixteen bytes at once where the processor can compare so many.
 class BytePattern {
   public:
-    // No bytes at all are found nowhere.
+    // An empty sequence is found nowhere.
     explicit BytePattern(std::vector<std::uint8_t> bytes, bool sixteenAtOnce = CanCompareSixteen());
 
-    // Marks each place between `from` and `end` where the bytes begin, counted from `from`, and no other.
+    // Marks exactly the places where the sequence begins between `from` and `end`, counted from `from`.
     void Mark(const std::uint8_t* from, const std::uint8_t* end, Marks& marks) const;
 
     static bool CanCompareSixteen();
@@ -26,9 +26,10 @@ class BytePattern {
 
     std::vector<std::uint8_t> bytes_;
     bool sixteenAtOnce_;
-    // How far a byte where the pattern's last one should be lets the search go on; 0 when it is the last one.
+    // A Horspool skip table: by the byte found where the sequence would end, how many places the search may move on. 0
+    // for the sequence's last byte: that place is compared, and then the search moves on by skipAfterLast_.
     std::array<std::uint8_t, 256> skips_{};
-    std::size_t skipAfterLast_ = 1;  // when the last byte was right
+    std::size_t skipAfterLast_ = 1;
 };
 
 }  // namespace korvanta

@@ -10,11 +10,11 @@ namespace korvanta {
 // Marks on some of many places, which are numbered from 0.
 class Marks {
   public:
-    // Marks are kept in words: that of the first place of a word is its lowest bit.
+    // One bit for each place; the first place of a word is its lowest bit.
     using Word = std::uint32_t;
     static constexpr std::size_t placesOfWord = 32;
 
-    // So many places without a mark.
+    // Starts again with so many places, none of them marked.
     void Reset(std::size_t places) {
         words_.assign(places / placesOfWord + 3, 0);
         any_ = false;
@@ -23,20 +23,20 @@ class Marks {
         words_[place / placesOfWord] |= Word{1} << (place % placesOfWord);
         any_ = true;
     }
-    // All marks of the word that begins with the place.
+    // All marks of the word whose first place is `place`.
     void SetWord(std::size_t place, Word marks) {
         words_[place / placesOfWord] = marks;
         any_ = any_ || marks != 0;
     }
 
     bool Any() const { return any_; }
-    // Whether there is one from `from` on and before `end`.
+    // Whether a place is marked that is not before `from` and before `end`.
     bool Any(std::size_t from, std::size_t end) const {
         return end - from <= mostAtOnce ? (From(from) & ((std::uint64_t{1} << (end - from)) - 1)) != 0
                                         : AnyOfMany(from, end);
     }
 
-    // Takes away the marks of places for which `keep` is false.
+    // Removes the marks of the places for which `keep` gives false.
     template <class Keep>
     void KeepIf(Keep keep) {
         any_ = false;
@@ -52,7 +52,8 @@ class Marks {
     }
 
   private:
-    // Wherever in a byte a place's mark is, the eight bytes that begin there have so many from it on.
+    // From reads 64 bits from the byte on that holds the place, up to seven of which lie before it: at least so many
+    // marks are left.
     static constexpr std::size_t mostAtOnce = 56;
 
     std::uint64_t From(std::size_t place) const {
@@ -69,7 +70,7 @@ class Marks {
         return Any(from, end);
     }
 
-    std::vector<Word> words_;  // and two more, so that there are always eight bytes to read
+    std::vector<Word> words_;  // two more than needed, so that From can always read eight bytes
     bool any_ = false;
 };
 
