@@ -4,8 +4,8 @@
 
 namespace korvanta {
 
-// Orders account lines by what follows their first tab, whatever the letter case. A line without a tab raises Error 5,
-// anything but a text Error 13.
+// Orders account lines by the text from their first tab on, whatever the letter case. Raises Error 5 for a line without
+// a tab, Error 13 for a value that is not a text.
 class CAccountComparator : public IComparator {
   private:
     std::int16_t IComparator_Compare(const Variant& a, const Variant& b) override;

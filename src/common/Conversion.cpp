@@ -52,7 +52,7 @@ std::int64_t ToInteger(std::u16string_view text, std::int64_t lowest, std::int64
     return value;
 }
 
-// The part at the start of `text` that is a number, as ASCII; empty when there is none.
+// The number at the start of `text`, as ASCII; empty when there is none.
 std::string NumberAtStart(std::u16string_view text) {
     std::string number;
     std::size_t at = 0;

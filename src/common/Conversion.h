@@ -8,23 +8,25 @@
 
 namespace korvanta {
 
-// Conversions between texts and values as files and settings write them. What cannot be converted raises Error 13
-// "Type mismatch"; a number that does not fit raises Error 6 "Overflow". Blanks around numbers are tolerated.
+// Conversions between values and their texts in files and settings. A text that cannot be converted raises Error 13
+// "Type mismatch", a number that is too large Error 6 "Overflow". Blanks around numbers are ignored.
 
 // Decimal digits with an optional sign.
 std::int32_t ToInteger32(std::u16string_view text);
 std::int16_t ToInteger16(std::u16string_view text);
 // Any number (non-zero is true), or the words True and False in any letter case.
 bool ToBoolean(std::u16string_view text);
-// Whether the whole text is a decimal number, blanks around it aside.
+// Whether the whole text, without the blanks around it, is a decimal number.
 bool IsNumeric(std::u16string_view text);
 
-// The number that the text starts with, "." being the decimal point; 0 when it starts with none. Never raises.
+// The number at the start of the text, behind blanks and tabs, with "." as the decimal point. 0 when there is none or
+// it is too large. Never raises.
 double LeadingNumber(std::u16string_view text);
 // At most 15 significant digits, without trailing zeros, with the user's decimal separator.
 std::u16string LocaleNumberText(double number, Clock& clock);
 
-// Short date and long time of the user's regional settings; the date alone at midnight exactly.
+// Date and time in the short date and long time format of the user's regional settings; the date alone when the time is
+// exactly midnight.
 std::u16string GeneralDateText(DateTime time, Clock& clock);
 // "yyyy-mm-dd HH:mm:ss", 24-hour clock.
 std::u16string SortableDateText(DateTime time, Clock& clock);

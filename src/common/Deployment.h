@@ -2,7 +2,7 @@
 
 namespace korvanta {
 
-// Addresses that the makers of an installation set.
+// Addresses to change for an installation of one's own.
 inline constexpr const char16_t* supportAddress = u"support@korvanta.example";
 inline constexpr const char16_t* productWebSite = u"http://www.korvanta.example";
 

@@ -6,7 +6,7 @@
 
 namespace korvanta {
 
-// Numbers of the errors that the program's own conversions and text streams raise.
+// Numbers of the errors that conversions, text streams and file operations raise.
 namespace errorNumber {
 inline constexpr std::int32_t invalidCall = 5;
 inline constexpr std::int32_t overflow = 6;
@@ -23,7 +23,7 @@ inline constexpr std::int32_t permissionDenied = 70;
 inline constexpr std::int32_t pathNotFound = 76;
 }  // namespace errorNumber
 
-// What goes wrong inside the program: a number, where it came from, and words for a log line.
+// A failure inside the program: a number, where it came from, and words for a log line.
 class Error : public std::exception {
   public:
     Error(std::int32_t number, std::u16string source, std::u16string description);
@@ -35,8 +35,8 @@ class Error : public std::exception {
     std::u16string NumberAndDescription() const;
     const char* what() const noexcept override { return narrow_.c_str(); }
 
-    // Inside a catch block: the exception being handled as an Error. What is not one becomes 7 "Out of memory" or
-    // 5 "Invalid procedure call or argument".
+    // To be called in a catch block: the caught exception as an Error. A lack of memory becomes 7 "Out of memory", any
+    // other exception 5 "Invalid procedure call or argument".
     static Error Current();
 
   private:
@@ -46,8 +46,8 @@ class Error : public std::exception {
     std::string narrow_;
 };
 
-// The Error for a failed file operation's Windows error code. A file that is not there is 53, a folder, share or
-// server that is not there is 76, and everything that no number of its own stands for is 57.
+// The Error for the Windows error code of a failed file operation: 53 for a missing file, 76 for a missing folder,
+// share or server, and 57 for a code without a number of its own.
 Error FileError(std::uint32_t windowsErrorCode);
 // Raises FileError unless the code is 0.
 void CheckFile(std::uint32_t windowsErrorCode);

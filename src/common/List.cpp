@@ -15,7 +15,7 @@ Error ListError(std::int32_t number, std::u16string description) {
     return {userErrorBase + number, u"List", std::move(description)};
 }
 
-// Sorts `count` elements, at least one, by merging halves; `scratch` has room for half of them.
+// Merge sort of `count` elements, at least one; `scratch` has room for half of them.
 void SortRange(Variant** first, std::size_t count, Variant** scratch, IComparator& comparator) {
     if (count == 1) {
         return;
@@ -65,8 +65,8 @@ class List::Lock {
     Lock(const Lock&) = delete;
     Lock& operator=(const Lock&) = delete;
 
-    // Every operation that succeeds ends with this, so that a refused release is told; `undo` then takes back first
-    // what the operation has changed.
+    // The last step of every successful operation. When the mutex cannot be released, `undo` reverts what the operation
+    // has changed, and an Error is raised.
     template <class Undo>
     void Release(Undo undo) {
         held_ = false;
@@ -107,7 +107,7 @@ std::int32_t List::Find(const Variant& value) const {
     return found == items_.end() ? -1 : static_cast<std::int32_t>(found - items_.begin());
 }
 
-// The element goes after the lock has been given back, should it be an object whose end reaches this list again.
+// The element is destroyed after the lock is released, since an object's destructor may use this list.
 Variant List::TakeOut(std::int32_t index, Lock& lock) {
     Variant value = std::move(items_[static_cast<std::size_t>(index)]);
     items_.erase(items_.begin() + index);
@@ -207,7 +207,7 @@ void List::Sort(IComparator& comparator) {
         lock.Release();
         return;
     }
-    std::vector<Variant> unsorted = items_;  // a comparator may reach this list
+    std::vector<Variant> unsorted = items_;  // a comparator may use this list
     std::vector<Variant*> order(unsorted.size());
     std::transform(unsorted.begin(), unsorted.end(), order.begin(), [](Variant& item) { return &item; });
     std::vector<Variant*> scratch(order.size() / 2);

@@ -15,13 +15,13 @@ namespace korvanta {
 inline constexpr std::int32_t userErrorBase = static_cast<std::int32_t>(0x80040000U);
 
 // The program's ordered, zero-based, growable list. Objects are held by reference and shared with the caller, other
-// values are copied. Every operation holds the list's mutex, which the creating thread owns for good: on that thread
-// the waits succeed at once, any other thread times out.
+// values are copied. Every operation waits for the list's mutex, which the creating thread owns from the beginning and
+// never gives up: on that thread the waits succeed at once, on any other they time out.
 //
 // Raises Error with source "List" and the number userErrorBase plus: 34010 an index outside 0 to Length - 1; 34011
 // Remove of what is not there; 34012 Pop of an empty list; 34030 the mutex cannot be created; 34031 and 34032 waiting
-// for it times out or fails (10,000 ms); 34033 it cannot be released. The list is then as it was before, but for a
-// Sort whose comparator raised, which leaves it unsorted.
+// for it times out (10,000 ms) or fails; 34033 it cannot be released. A failed operation leaves the list unchanged;
+// that includes a Sort whose comparator raises.
 class List : public Object {
   public:
     explicit List(MutexFactory& mutexes);
@@ -29,7 +29,7 @@ class List : public Object {
     std::int32_t Length() const;
     Variant Item(std::int32_t index) const;
     void Item(std::int32_t index, Variant value);
-    // A copy of all elements: what to walk, since it stays as it is whatever happens to the list.
+    // A copy of all elements. Walk over this: it does not change when the list does.
     std::vector<Variant> Items() const;
     void Append(Variant value);
     void Push(Variant value);

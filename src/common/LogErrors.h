@@ -19,7 +19,7 @@ void LogErrors(TraceLog& log, std::u16string_view procedure, Handler handler) {
         try {
             log.Log(std::u16string(procedure) + u" Error: " + Error::Current().NumberAndDescription());
         } catch (const std::exception&) {
-            // There was no memory for the line either.
+            // There was no memory for the log line.
             return;
         }
     }

@@ -4,7 +4,7 @@
 
 namespace korvanta {
 
-// What lower rooms ask of the application above them, handed in through their constructors.
+// Services of the application for the rooms below it, which get them through their constructors.
 
 // The trace log: one line per call while logging is on. Never fails.
 class TraceLog {
@@ -20,8 +20,8 @@ class ErrorReports {
     virtual void Message(const std::u16string& message) = 0;
 };
 
-// What the machine and the session are. Answers are cached after the first success. Raises Error 23210 (version),
-// 23220 (machine name) or 23221 (user name), relative to userErrorBase.
+// The Windows version, the machine's and the user's name. An answer is kept after the first success. Raises Error 23210
+// (version), 23220 (machine name) or 23221 (user name), relative to userErrorBase.
 class SystemInformation {
   public:
     virtual ~SystemInformation() = default;
@@ -32,8 +32,8 @@ class SystemInformation {
     virtual std::u16string UserName() = 0;
 };
 
-// The installation's set-up file, read anew at every call. Never raises: what is missing is empty (true for ShowLink
-// and ShowOnStartup).
+// The installation's set-up file, read again at every call. Never raises: a missing value is empty, for ShowLink and
+// ShowOnStartup true.
 class SetupFile {
   public:
     virtual ~SetupFile() = default;

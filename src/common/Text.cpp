@@ -31,8 +31,8 @@ constexpr void ForEachPair(Use use) {
     }
 }
 
-// What is added to a unit, modulo 65,536, for its other letter case. Most pages of 256 units have no such unit; they
-// share page 0, so that a table stays small enough for the processor's cache.
+// For each unit what to add, modulo 65,536, to get its other letter case. Most pages of 256 units have only zeros; they
+// share page 0, so that the table fits into the processor's cache.
 template <std::size_t pages>
 struct CaseTable {
     std::array<std::uint8_t, 0x10000 / pageUnits> pageOf{};
@@ -58,7 +58,8 @@ constexpr auto MakeTable() {
     ForEachPair([&](char16_t upper, char16_t lower) {
         const char16_t from = toLower ? upper : lower;
         const char16_t to = toLower ? lower : upper;
-        // Of several capitals with the same small letter the first one is its capital; the small sharp s is its own.
+        // When several capitals have the same small letter, the first one is its upper case. The small sharp s has
+        // none.
         if (!toLower && (table[from] != from || upper == capitalSharpS)) {
             return;
         }
@@ -158,7 +159,7 @@ std::vector<std::u16string> Split(std::u16string_view text, std::u16string_view 
 std::u16string FillIn(std::u16string_view text, const std::vector<std::u16string>& values) {
     std::u16string filled;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        // What is below "1" wraps round and is beyond every value.
+        // Units below "1" wrap round to numbers above every index.
         const std::size_t value =
             text[i] == u'%' && i + 1 < text.size() ? std::size_t{text[i + 1]} - u'1' : values.size();
         if (value < values.size() && value < 9) {
@@ -193,7 +194,7 @@ std::u16string NumberText(std::int64_t number) {
     while (large > std::numeric_limits<std::uint32_t>::max()) {
         put(large);
     }
-    // Dividing 64 bits takes a 32-bit processor many times as long.
+    // In 32 bits, since a 32-bit processor takes many times as long to divide 64.
     auto rest = static_cast<std::uint32_t>(large);
     do {
         put(rest);

@@ -37,8 +37,8 @@ TextInput TextInput::OpenAnsi(FileSystem& files, const CodePage& codePage, const
     return {std::move(file), &codePage};
 }
 
-// Appends the next chunk of the file to the text; false at its end. A single-byte chunk is decoded up to its last line
-// feed, so that no character of a multi-byte code page is cut in two.
+// Appends the next chunk of the file to the text; false at the end of the file. An ANSI chunk is decoded up to its last
+// line feed, so that no character of several bytes is cut in two.
 bool TextInput::Fill() {
     while (!fileEnded_) {
         if (heldBytes_ == bytes_.size()) {

@@ -11,9 +11,9 @@
 
 namespace korvanta {
 
-// A text file being read. UTF-16 files are little-endian; a byte-order mark at the start is passed over, a half unit
-// at the end is dropped. Lines end with CR LF or LF. Failures raise Error: file errors, 62 "Input past end of file",
-// and 14 or 7 where a line or a whole text is larger than any that the program has use for.
+// A text file being read. UTF-16 files are little-endian; a byte-order mark at the start is skipped, and so is half a
+// unit at the end. Lines end with CR LF or LF. Failures raise Error: file errors, 62 "Input past end of file", 14 for a
+// line longer than longestLine, and 7 for a whole text longer than longestText.
 class TextInput {
   public:
     // Characters of the longest line, and of the longest whole text, that are read.
@@ -24,10 +24,10 @@ class TextInput {
     static TextInput OpenAnsi(FileSystem& files, const CodePage& codePage, const std::u16string& path);
 
     bool AtEnd();
-    // The next line without its line end; the view holds until the next call.
+    // The next line without its line end. The view is valid until the next call.
     std::u16string_view ReadLineView();
     std::u16string ReadLine() { return std::u16string(ReadLineView()); }
-    // All that is left; at the end of the file (an empty file) there is nothing to read, which is error 62.
+    // The rest of the file. Raises error 62 when nothing is left, as in an empty file.
     std::u16string ReadAll();
 
   private:
@@ -37,15 +37,15 @@ class TextInput {
     std::unique_ptr<InputFile> file_;
     const CodePage* codePage_;  // none for UTF-16
     std::vector<char> bytes_;
-    std::size_t heldBytes_ = 0;  // bytes of bytes_ that make no whole unit or line yet
+    std::size_t heldBytes_ = 0;  // at the start of bytes_: not yet a whole unit or line
     std::u16string text_;
     std::size_t position_ = 0;
     bool started_ = false;
     bool fileEnded_ = false;
 };
 
-// A text file being written. What is written reaches the file at Flush or Close (or when much has gathered); only
-// then do failures show, as Error, and what could not be written is dropped.
+// A text file being written. Texts are collected, and written to the file at Flush, at Close and when they have become
+// many. Only then can writing fail, which raises Error; the collected texts are then lost.
 class TextOutput {
   public:
     // Creates or empties the file; UTF-16 files begin with the byte-order mark.
@@ -57,9 +57,9 @@ class TextOutput {
     // The text and CR LF.
     void WriteLine(std::u16string_view text);
     void Flush();
-    // Flush and close. A stream that is destroyed without it loses what was not flushed.
+    // Flushes and closes. Without it, destroying the stream loses what was not flushed.
     void Close();
-    // The file's length in bytes, what is not flushed aside.
+    // The file's length in bytes, without what is not flushed yet.
     std::uint64_t FileLength();
 
   private:

@@ -31,8 +31,8 @@ struct Date {
     std::int64_t day;
 };
 
-// 1601 begins a cycle of 400 years, in which the leap year ends each group of four years, except at the end of the
-// first three centuries.
+// 1601 begins a cycle of 400 years. In each group of four years the last is a leap year, except in the last group of
+// the first three centuries.
 Date DateOfDay(std::int64_t daysSince1601) {
     constexpr std::int64_t cycleDays = 146'097;
     constexpr std::int64_t centuryDays = 36'524;
@@ -55,7 +55,7 @@ Date DateOfDay(std::int64_t daysSince1601) {
     return {1601 + cycle * 400 + century * 100 + group * 4 + year, month, day + 1};
 }
 
-// Day, and time unless it is midnight, in the order that sorts.
+// "yyyy-mm-dd", and the time behind it unless it is midnight.
 std::u16string DateText(DateTime time) {
     constexpr std::int64_t dayMilliseconds = 86'400'000;
     std::int64_t days = time.milliseconds / dayMilliseconds;

@@ -13,7 +13,7 @@
 
 namespace korvanta {
 
-// One value of any kind: what a List holds. Texts are immutable and shared between copies, objects are references.
+// One value of any kind, as a List holds them. Copies share their text, which never changes, or their object.
 class Variant {
   public:
     struct Null {
@@ -53,28 +53,28 @@ class Variant {
     bool IsText() const { return std::holds_alternative<TextReference>(value_); }
     bool IsNumber() const;
 
-    // The value as what it is; another kind raises Error 13 "Type mismatch".
+    // The value. Raises Error 13 "Type mismatch" when it is of another kind.
     std::int32_t Integer() const;
     double Number() const;
     const std::u16string& Text() const;
     bool Boolean() const;
     const std::shared_ptr<Object>& Reference() const;
-    // The object as its own type; none for another type.
+    // The object as a T; none when it is not one.
     template <class T>
     std::shared_ptr<T> As() const {
         return std::dynamic_pointer_cast<T>(Reference());
     }
-    // The same without counting the reference, for tight loops; the List must keep the element meanwhile.
+    // The same without counting the reference, for tight loops. Valid while this or another reference is there.
     template <class T>
     T* Peek() const {
         return dynamic_cast<T*>(Reference().get());
     }
 
-    // Value equality as a List searches by it: objects are equal when they are the same object, numbers by value
-    // whatever their kind (true is -1), texts exactly. The empty value equals 0, false and the empty text as well;
-    // other values of different kinds are not equal, and Null and arrays equal nothing.
+    // The equality by which a List searches. Objects are equal when they are the same object, numbers of any kind when
+    // they have the same value (true is -1), texts when they are the same exactly. The empty value equals itself, 0,
+    // false and the empty text. Null and arrays equal nothing. Other values of different kinds are not equal.
     bool Equals(const Variant& other) const;
-    // How ToString of a List renders the value. Numbers and dates are written without regional settings.
+    // The value in ToString of a List. Numbers and dates do not follow the regional settings.
     std::u16string Rendering() const;
 
   private:

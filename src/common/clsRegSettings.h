@@ -8,23 +8,24 @@
 
 namespace korvanta {
 
-// The machine-wide settings of the installation, with the set-up file behind them for what the registry does not hold
-// yet. No member raises: a failing read gives the default, a failing write changes nothing and is reported to the
+// The machine-wide settings of the installation. Three of them come from the set-up file when the registry does not
+// hold them. No member raises: a failed read gives the default, a failed write changes nothing and puts a line into the
 // event log.
 class clsRegSettings {
   public:
     clsRegSettings(Registry& registry, SetupFile& setupFile, ErrorReports& errorReports);
 
-    // The product's web address behind the banner link; written back when it came from elsewhere.
+    // The web address of the banner's link, the product's own when the set-up file names none. Stored in the registry
+    // when it was not there.
     std::u16string LinkName();
-    // Whether the banner shows its link; written back when it came from the set-up file.
+    // Whether the banner shows its link. Stored in the registry when it came from the set-up file.
     bool ShowLink();
-    // The primary server's name, empty when it is not known; written back when it came from the set-up file.
+    // The primary server's name, empty when it is not known. Stored in the registry when it came from the set-up file.
     std::u16string TLXPrimaryServer();
     void TLXPrimaryServer(const std::u16string& serverName);
     // Language code of the translation, "eng" by default.
     std::u16string Language();
-    // A customised link address, or empty.
+    // The address of a link of the reseller's own, or empty.
     std::u16string ResellerURL();
     // Whether the invoice box and the comment keep their state from job to job.
     bool TLXClientRemembersSettings();

@@ -7,10 +7,10 @@ namespace korvanta {
 
 // Everything that the client reads from one server, whatever transport brings it.
 //
-// ServerName comes before any other operation: the bare name, without backslashes or scheme. Nothing here raises: a
-// file that cannot be obtained is the empty text, a test that fails is false, and the trace log has the reason where
-// somebody may want to know it. Texts are whole files without their byte-order mark; lines and fields are the reader's
-// business. An operation blocks the thread while the server answers, and may let messages run meanwhile.
+// Set ServerName before any other operation: the bare name, without backslashes or scheme. Nothing here raises: a file
+// that cannot be read gives the empty text, a test that fails gives false, and the trace log has the reason where it
+// is of use. Texts are whole files without their byte-order mark; the caller takes them apart. An operation blocks the
+// thread while the server answers, and may let messages run meanwhile.
 class IServerInterface {
   public:
     virtual ~IServerInterface() = default;
@@ -43,7 +43,7 @@ class IServerInterface {
     }
 
   private:
-    // Keeps the promise where an implementation cannot, having no memory left even for its log line.
+    // An implementation catches its failures, but without memory even its log line can raise.
     template <class Operation>
     static auto WithoutRaising(const Operation& operation) -> decltype(operation()) {
         try {

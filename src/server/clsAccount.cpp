@@ -20,7 +20,16 @@ void clsAccount::StringForm(std::u16string_view text) {
 }
 
 AccountFields clsAccount::Fields() const {
-    return {AccountID, IsMain, MainTitle, SubTitle, IsActive, AllowNoninvoiceable, RequireComment, Password};
+    return {
+        .accountId = AccountID,
+        .isMain = IsMain,
+        .mainTitle = MainTitle,
+        .subTitle = SubTitle,
+        .isActive = IsActive,
+        .allowNoninvoiceable = AllowNoninvoiceable,
+        .requireComment = RequireComment,
+        .password = Password,
+    };
 }
 
 void clsAccount::Fields(const AccountFields& fields) {

@@ -65,7 +65,7 @@ void clsAccountNotification::ReadOptionalLines(TextInput& stream) {
         try {
             take(stream.ReadLineView());
         } catch (...) {
-            // A file may end before these lines, and the fields then stay as they are.
+            // A file may end before these lines; their fields then keep their values.
         }
     };
     readLine([this](std::u16string_view line) { Invoiceable = Invoiceable || Trim(line) != u"0"; });

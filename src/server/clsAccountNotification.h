@@ -13,7 +13,7 @@ namespace korvanta {
 // handle 1234 and job 56.
 std::u16string NotificationFileName(const std::u16string& machineName, std::int32_t printerHandle, std::int32_t jobId);
 
-// One print job with the account that the user assigned to it. The file holds the fields one per line, in this order.
+// One print job with the account that the user assigned to it. Its file holds the fields one per line, in this order.
 class clsAccountNotification {
   public:
     clsAccountNotification(Clock& clock, ErrorReports& errorReports);
@@ -27,17 +27,17 @@ class clsAccountNotification {
     std::int32_t AccountID = 0;
     std::u16string AccountTitle;
     bool Invoiceable = false;
-    std::u16string Comment;  // not checked for line breaks, which split the file into more lines
+    std::u16string Comment;  // line breaks are not checked for: they would make more lines
     std::u16string JobEventFilename;
     std::u16string ChargeRateDescription;
     double ChargeRateValue = 0;
 
-    // Writes all lines through to the file, the charge rate's value as the user's regional settings write numbers.
-    // False when writing fails. Never raises.
+    // Writes and flushes all lines, the charge rate's value in the format of the user's regional settings. False when
+    // writing fails. Never raises.
     bool WriteFile(TextOutput& stream) const;
-    // Takes the fields from a file. False when one of the first eight lines is missing or does not convert: what stood
-    // before it has been taken, and the event log has a line. Later lines may be missing and then stay as they are;
-    // Invoiceable is never made false; the value is read with "." as the decimal point. Never raises.
+    // Sets the fields from a file. False when one of the first eight lines is missing or cannot be converted: the
+    // fields before it are set, and the event log has a line. A field whose line is missing from the other five keeps
+    // its value. Invoiceable is never set to false. The value's decimal point is ".". Never raises.
     bool ReadFile(TextInput& stream);
 
   private:

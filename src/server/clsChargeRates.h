@@ -12,14 +12,14 @@
 
 namespace korvanta {
 
-// The charge rates that the user may pick from: values and descriptions, two lists of the same length. A new object,
-// and one after any LoadFile, holds at least one rate: "Default" with value 100 when there is no other.
+// The charge rates that the user may pick from: values and descriptions, two lists of the same length. A new object
+// holds one rate, "Default" with value 100; so does one whose LoadFile found none.
 class clsChargeRates {
   public:
     // Raises what creating a List raises.
     clsChargeRates(MutexFactory& mutexes, Clock& clock);
 
-    // Numbers. LoadFile puts new lists in place of these.
+    // Numbers. LoadFile replaces both lists by new ones.
     std::shared_ptr<List> ChargeRates() const { return rates_; }
     // Texts, one for each number.
     std::shared_ptr<List> Descriptions() const { return descriptions_; }
@@ -27,15 +27,15 @@ class clsChargeRates {
     std::int16_t Length() const;
 
     void Add(const std::u16string& description, double value);
-    // Indexes outside 0 to Length() - 1 change nothing.
+    // Both do nothing for an index outside 0 to Length() - 1.
     void Delete(std::int16_t index);
     void Swap(std::int16_t first, std::int16_t second);
 
-    // Replaces the set with the file's lines: value, fieldSeparator, description. False when reading fails or a line
-    // has no separator: the lines before it stay. Never raises.
+    // Replaces the rates by the file's lines: value, fieldSeparator, description. False when reading fails or a line
+    // has no separator; the lines before it are then loaded. Never raises.
     bool LoadFile(TextInput& stream);
-    // Writes all rates through to the file, the values as the user's regional settings write numbers. False when
-    // writing fails.
+    // Writes and flushes all rates, the values in the format of the user's regional settings. False when writing fails.
+    // Never raises.
     bool SaveFile(TextOutput& stream) const;
 
   private:

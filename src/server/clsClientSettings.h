@@ -8,8 +8,8 @@
 
 namespace korvanta {
 
-// How the administrator wants every client to behave: thirteen settings, which a file carries one per line in the
-// order below. Setting a property checks nothing.
+// How the administrator wants every client to behave: thirteen settings, which a file holds one per line in the order
+// below. The setters check nothing.
 class clsClientSettings {
   public:
     // 0 user and machine, 1 machine, 2 user.
@@ -55,13 +55,13 @@ class clsClientSettings {
     const std::u16string& ShowOnInvoiceLabel() const { return showOnInvoiceLabel_; }
     void ShowOnInvoiceLabel(const std::u16string& label) { showOnInvoiceLabel_ = label; }
 
-    // Takes the settings from the whole text of the file, whose lines end with CR LF. False when one of the first
-    // eleven lines is missing or does not convert: what stood before it has been taken. The last two may be missing
-    // and then stay as they are. Never raises.
+    // Sets the settings from the whole text of the file, whose lines end with CR LF. False when one of the first eleven
+    // lines is missing or cannot be converted; the settings before it are then set. The last two lines may be missing;
+    // their settings then keep their values. Never raises.
     bool LoadString(const std::u16string& text);
     // The same from a text file, line by line.
     bool LoadFile(TextInput& stream);
-    // Writes the thirteen lines through to the file. False when writing fails.
+    // Writes and flushes the thirteen lines. False when writing fails. Never raises.
     bool SaveFile(TextOutput& stream) const;
 
   private:

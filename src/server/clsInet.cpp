@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t bufferSize = 2048;
 const char16_t* const agentName = u"Korvanta Costbridge Client";
 
-// A body that was never opened, or that breaks off, is at its end.
+// 0 at the end of the body, also when it was never opened or the connection breaks.
 std::size_t ReadPiece(InternetFile* file, char (&buffer)[bufferSize]) {
     std::size_t got = 0;
     if (file == nullptr || file->Read(buffer, bufferSize, got) != windowsError::none) {

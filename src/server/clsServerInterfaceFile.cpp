@@ -50,7 +50,7 @@ std::u16string clsServerInterfaceFile::IServerInterface_GetClientSettingsFile() 
     try {
         return Read(Shares(serverName_).ClientSettingsFile());
     } catch (...) {
-        // Whoever loads the settings falls back to the local copy, so this is nobody's failure.
+        // Not worth a line in the log: the caller falls back to its local copy.
         return {};
     }
 }
@@ -77,7 +77,7 @@ std::u16string clsServerInterfaceFile::ReadJobFile(const std::u16string& name, c
     try {
         return Read(Shares(serverName_).JobFile(name));
     } catch (...) {
-        // A user without jobs has no such files; that is not worth a line every few seconds.
+        // A user without jobs has no such files: not worth a line in the log every few seconds.
         if (Error::Current().Number() != errorNumber::fileNotFound) {
             log_.Log(failure + serverName_);
         }

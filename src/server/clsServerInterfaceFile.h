@@ -12,7 +12,7 @@ namespace korvanta {
 // Reads a server's files from its hidden share "TLXData$". Never lets messages run.
 class clsServerInterfaceFile : public IServerInterface {
   public:
-    // `userName` names the current user's job files: trimmed, without NULs, in lower case.
+    // `userName` is the current user's login name: trimmed, without NULs, in lower case.
     clsServerInterfaceFile(FileSystem& files, TraceLog& log, std::u16string userName);
 
   private:

@@ -13,14 +13,14 @@ namespace korvanta {
 
 namespace {
 
-// How often a fetch may fail and still be tried again.
-constexpr int failuresForgiven = 3;
+constexpr int mostAttempts = 4;
 
 bool IsUtf16(std::string_view body) {
     return body.size() > 2 && body[0] == '\xFF' && body[1] == '\xFE';
 }
 
-// The only words by which a server says that it lacks a file: error pages come with any status.
+// Only these words say that a file is missing; the status of the response says nothing, since servers send error pages
+// with any.
 bool SaysFileNotFound(std::string_view body) {
     constexpr std::string_view words = "file not found";
     const auto sameLetter = [](char bodyLetter, char lowerLetter) {
@@ -50,7 +50,7 @@ clsServerInterfaceHTTP::~clsServerInterfaceHTTP() {
         try {
             files_.Delete(temporaryFile_);
         } catch (const std::exception&) {
-            // It stays, as one that somebody else has open does.
+            // The file stays, as it does when another program has it open.
             return;
         }
     }
@@ -65,14 +65,14 @@ std::u16string clsServerInterfaceHTTP::JobUrl(const std::u16string& name) const 
 }
 
 std::u16string clsServerInterfaceHTTP::GetURL(const std::u16string& url) {
-    for (int failures = 0;; ++failures) {
+    for (int attempt = 1;; ++attempt) {
         try {
             temporaryFileUsed_ = true;
-            // The body is gone before the text is read: they may be large.
+            // The body is released before the text is read: both may be large.
             const bool isFile = IsUtf16(inet_.GetURLSource(url, temporaryFile_));
             return isFile ? ReadTemporaryFile() : std::u16string();
         } catch (...) {
-            if (failures == failuresForgiven) {
+            if (attempt == mostAttempts) {
                 log_.Log(FailureText(u"GetURL", url, Error::Current()));
                 return {};
             }
@@ -93,11 +93,11 @@ std::u16string clsServerInterfaceHTTP::ReadTemporaryFile() {
 }
 
 bool clsServerInterfaceHTTP::TestURL(const std::u16string& url) {
-    for (int failures = 0;; ++failures) {
+    for (int attempt = 1;; ++attempt) {
         try {
             return !SaysFileNotFound(inet_.GetURLSource(url, u""));
         } catch (...) {
-            if (failures == failuresForgiven) {
+            if (attempt == mostAttempts) {
                 log_.Log(FailureText(u"TestURL", url, Error::Current()));
                 return false;
             }

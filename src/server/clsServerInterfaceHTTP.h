@@ -14,10 +14,10 @@ namespace korvanta {
 // download of one object goes through one temporary file.
 class clsServerInterfaceHTTP : public IServerInterface {
   public:
-    // `userName` names the current user's job files: trimmed, without NULs, in lower case.
+    // `userName` is the current user's login name: trimmed, without NULs, in lower case.
     clsServerInterfaceHTTP(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes,
                            MessageTexts& texts, TraceLog& log, std::u16string userName);
-    // Removes what the last download may have left in the temporary file.
+    // Deletes the temporary file, which the last download may have left.
     ~clsServerInterfaceHTTP() override;
     clsServerInterfaceHTTP(const clsServerInterfaceHTTP&) = delete;
     clsServerInterfaceHTTP& operator=(const clsServerInterfaceHTTP&) = delete;
@@ -34,9 +34,9 @@ class clsServerInterfaceHTTP : public IServerInterface {
 
     std::u16string DataUrl(std::u16string_view name) const;
     std::u16string JobUrl(const std::u16string& name) const;
-    // The text of a file that begins with a UTF-16 byte-order mark; anything else is the empty text.
+    // The text of the file; empty when the response does not begin with a UTF-16 byte-order mark.
     std::u16string GetURL(const std::u16string& url);
-    // False when the response says "file not found" or every attempt raises; a server that does not answer passes.
+    // False when the response contains "file not found" or every attempt raised; true when the server does not answer.
     bool TestURL(const std::u16string& url);
     std::u16string ReadTemporaryFile();
 

@@ -15,10 +15,10 @@
 
 namespace korvanta {
 
-// Hands out the one IServerInterface of each server; server names are the same in any letter case.
+// Has one IServerInterface for each server, whatever the letter case of the server's name.
 class clsServerInterfaces {
   public:
-    // `userName` is the current user's login name, trimmed, without NULs, in lower case.
+    // `userName` is the current user's login name: trimmed, without NULs, in lower case.
     clsServerInterfaces(FileSystem& files, Internet& internet, MessageLoop& messages, MessageBoxes& boxes,
                         MessageTexts& texts, TraceLog& log, std::u16string userName);
 
@@ -26,12 +26,11 @@ class clsServerInterfaces {
     static constexpr std::int32_t typeHTTP = 1;
 
     // The transport of the interfaces made from now on: file shares for 0 (the default), HTTP for any other number.
-    // Those made already keep theirs.
+    // The others keep theirs.
     void InterfaceType(std::int32_t type);
-    // The server's interface, made at the first request without asking the server, with its ServerName set to the
-    // name in upper case.
+    // The server's interface, with the name in upper case as its ServerName. Making it does not ask the server.
     std::shared_ptr<IServerInterface> Interface(const std::u16string& serverName);
-    // Starts afresh: no interfaces, file shares. Who holds an interface keeps it.
+    // Forgets all interfaces and goes back to file shares. Interfaces that callers hold stay usable.
     void Renew();
 
   private:

@@ -44,9 +44,9 @@ bool clsTLXAccounts::LoadAccounts() {
     log_.Log(u"Try to load accounts list from server");
     if (LoadAccountsFile(serverFile_)) {
         log_.Log(u"Caching server accounts list");
-        // Without a fresh copy the last one serves, or none.
+        // A failure is ignored: the earlier copy, if there is one, will do.
         static_cast<void>(files_.Copy(serverFile_, localCopy_));
-        // The time from before the reading: a file that changed meanwhile is found changed the next time.
+        // The time was taken before reading, so a file that changed meanwhile is loaded again the next time.
         loadedModification_ = modification;
         return true;
     }
@@ -54,7 +54,7 @@ bool clsTLXAccounts::LoadAccounts() {
     if (LoadAccountsFile(localCopy_)) {
         return true;
     }
-    // What the server's file gave once is no longer in place, so an unchanged file must be loaded all the same.
+    // The accounts from the server are gone, so the next call must load its file even if it has not changed.
     loadedModification_.reset();
     return false;
 }
@@ -75,7 +75,7 @@ bool clsTLXAccounts::CheckServerAccountsFile(std::optional<std::uint64_t>& modif
 
 bool clsTLXAccounts::LoadAccountsFile(const std::u16string& path) {
     try {
-        // The old accounts are gone before new ones come.
+        // The old accounts are released first, so that there is never memory needed for both.
         table_ = std::make_shared<AccountTable>();
         list_.reset();
         ReadAccounts(path);
@@ -83,7 +83,7 @@ bool clsTLXAccounts::LoadAccountsFile(const std::u16string& path) {
     } catch (...) {
         const Error error = Error::Current();
         if (error.Number() == errorNumber::outOfMemory) {
-            // Part of a list that no memory is large enough for would leave none for anything else.
+            // A list that fills the memory must not stay: nothing else would work any more.
             *table_ = AccountTable();
         }
         log_.Log(u"LoadAccountsFile Error: " + error.NumberAndDescription());

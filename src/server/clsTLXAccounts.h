@@ -14,13 +14,13 @@
 
 namespace korvanta {
 
-// Every account of a file by its AccountID; of several with one id the last.
+// Every account of a file by its AccountID; the last one when several have the same id.
 class AccountDictionary {
   public:
     explicit AccountDictionary(std::shared_ptr<const AccountTable> table) : table_(std::move(table)) {}
 
     std::size_t Count() const { return table_->DifferentIds(); }
-    // A new object each time; none when no account has the id.
+    // A new object at each call; none when no account has the id.
     std::shared_ptr<clsAccount> Find(std::int32_t accountId) const;
 
   private:
@@ -28,22 +28,22 @@ class AccountDictionary {
 };
 
 // The accounts that the primary server publishes, with a local copy for when it cannot be read. Never lets messages
-// run. Loading puts a new table in place of the old one, so who holds one keeps it as it was.
+// run. Each load makes a new table; the old one does not change, so that callers can go on using it.
 class clsTLXAccounts {
   public:
     clsTLXAccounts(FileSystem& files, MutexFactory& mutexes, TraceLog& log, const std::u16string& primaryServerName);
 
-    // Brings the accounts up to date: from the server when its file has changed since it was last loaded, else from
-    // the local copy when the server cannot be read. True when usable accounts are in place. Never raises; after a
-    // failure what was read until then is in place.
+    // Brings the accounts up to date: from the server when its file has changed since the last load, or from the local
+    // copy when the server cannot be read. True when there are usable accounts. Never raises; after a failure there are
+    // the accounts that were read until then.
     bool LoadAccounts();
 
-    // A List of List of clsAccount: one inner list per main account in file order, the main account first. Made when it
-    // is asked for, and many times as large as the table; the same list while somebody holds it. Raises what List
-    // raises.
+    // A List of List of clsAccount: one inner list for each main account in file order, the main account first. It is
+    // many times as large as the table, so it is made at the first call and kept only while a caller holds it. Raises
+    // what List raises.
     std::shared_ptr<List> AccountList() const;
     AccountDictionary AccountDict() const { return AccountDictionary(table_); }
-    // The same accounts, for who goes through all of them.
+    // The same accounts without an object for each, for walking through all of them.
     std::shared_ptr<const AccountTable> Table() const { return table_; }
     // False when the last LoadAccounts found the server's file unchanged, and before the first.
     bool AccountsFileChanged() const { return accountsFileChanged_; }

@@ -38,14 +38,14 @@ std::u16string_view WithoutBlanks(std::u16string_view text) {
     return text;
 }
 
-// An escaped backslash at the end is a text's own.
+// Whether a single backslash ends the line; two are an escaped one of the text.
 bool GoesOn(std::u16string_view line) {
     const std::size_t last = line.find_last_not_of(escapeMark);
     const std::size_t marks = line.size() - (last == std::u16string_view::npos ? 0 : last + 1);
     return marks % 2 == 1;
 }
 
-// False when an escape is none of those that there are.
+// False for an unknown escape.
 bool Unescape(std::u16string_view written, std::u16string& text) {
     for (std::size_t i = 0; i < written.size(); ++i) {
         if (written[i] != escapeMark) {
@@ -122,7 +122,7 @@ class Catalogue::Reader {
     }
 
     void ReadHeader(std::u16string_view line) {
-        // What follows a header that nobody understands must not go to the block before it.
+        // The texts behind a broken header must not go into the block before it.
         texts_ = nullptr;
         skipping_ = true;
         if (line.back() != u']') {
@@ -178,11 +178,11 @@ class Catalogue::Reader {
     Catalogue& catalogue_;
     std::u16string_view rest_;
     const std::vector<std::u16string>& sections_;
-    Texts* texts_ = nullptr;  // where texts go
-    bool skipping_ = false;   // the block is none that is wanted
-    std::size_t number_ = 0;  // of the line that was taken last, and of the one with which an entry begins
-    std::size_t first_ = 0;
-    std::size_t broken_ = 0;
+    Texts* texts_ = nullptr;  // the block that is being read, none before the first header and while skipping
+    bool skipping_ = false;   // the block's header is broken, or its section is not wanted
+    std::size_t number_ = 0;  // of the line that was read last
+    std::size_t first_ = 0;   // of the line that the current entry begins with
+    std::size_t broken_ = 0;  // lines
 };
 
 void Catalogue::Read(std::u16string_view catalogue, const std::vector<std::u16string>& sections) {

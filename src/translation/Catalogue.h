@@ -16,22 +16,22 @@ namespace korvanta {
 //     frmMain.lblCloseQuestion = Wirklich? \       a line that ends with "\" goes on in the next one,
 //         Alles?                                   whose blanks at the start do not count
 //
-// In a text "\n" is a line break (CR LF), "\s" a blank, also at the text's ends, and "\\" a backslash. Sections,
-// languages and keys are compared without regard to letter case. Nothing here raises: what cannot be understood is
-// passed over, and Problems tells of it.
+// In a text "\n" is a line break (CR LF), "\s" a blank, which the text may begin and end with, and "\\" a backslash.
+// Letter case does not matter in sections, languages and keys. Nothing here raises: a line that cannot be understood is
+// skipped, and Problems reports it.
 class Catalogue {
   public:
-    // Characters of the largest catalogue that is read, and of the longest text in it.
+    // In characters: a larger catalogue is not read at all, a longer text in it is skipped.
     static constexpr std::size_t largestCatalogue = std::size_t{1} << 20U;
     static constexpr std::size_t longestText = 4'096;
-    // How many broken lines are told of one by one.
+    // How many broken lines Problems names; of the others it gives the number.
     static constexpr std::size_t mostProblems = 20;
 
-    // Adds the texts of these sections, those of all sections when none is named. Where something is said twice the
-    // later one counts. An empty text says nothing.
+    // Adds the texts of these sections; of all sections when the list is empty. The later of two texts with one key
+    // replaces the earlier. An empty text is ignored.
     void Read(std::u16string_view catalogue, const std::vector<std::u16string>& sections = {});
 
-    // None when the catalogue does not say it. The text lives until the next Read.
+    // None when the catalogue does not have the text. Valid until the next Read.
     const std::u16string* Find(std::u16string_view section, std::u16string_view language,
                                std::u16string_view key) const;
     bool Has(std::u16string_view section, std::u16string_view language) const;
@@ -39,7 +39,7 @@ class Catalogue {
     std::vector<std::u16string> Languages(std::u16string_view section) const;
     std::vector<std::u16string> Keys(std::u16string_view section, std::u16string_view language) const;
 
-    // What was wrong, in English and in the order of the lines, whose numbers are told.
+    // What was wrong, in English, with line numbers and in their order.
     const std::vector<std::u16string>& Problems() const { return problems_; }
 
   private:
@@ -48,7 +48,7 @@ class Catalogue {
     class Reader;
     const Texts* TextsOf(std::u16string_view section, std::u16string_view language) const;
 
-    // By section, a blank and the language; all keys in lower case.
+    // Keys, in lower case: section, blank, language.
     std::map<std::u16string, Texts, std::less<>> blocks_;
     std::vector<std::u16string> problems_;
 };

@@ -10,7 +10,7 @@ namespace korvanta {
 
 namespace {
 
-// The language of the captions as they are.
+// The language of the captions in the code.
 const char16_t* const builtInLanguage = u"eng";
 
 }  // namespace
@@ -70,7 +70,7 @@ std::vector<std::u16string> CatalogueTranslator::Problems() const {
         problems.push_back(u"Catalogue " + path_ + u": " + problem);
     };
     const bool builtIn = languages_.empty() || EqualNoCase(languages_.back(), builtInLanguage);
-    // Nobody misses the catalogue of an installation in the language of the program itself.
+    // An installation in the program's own language needs no catalogue.
     if (failure_ && !(builtIn && failure_->Number() == errorNumber::fileNotFound)) {
         add(failure_->NumberAndDescription());
     }

@@ -46,7 +46,7 @@ class Walk {
         }
     }
 
-    // What is not seen has none; the entries of a menu have theirs to themselves.
+    // An invisible control has no access key; those of a menu's entries are not the form's.
     static bool MarksAccessKey(const Control& control) {
         const auto* label = dynamic_cast<const Label*>(&control);
         return control.Visible() && dynamic_cast<const HiddenTexts*>(control.Parent()) == nullptr &&
@@ -54,7 +54,7 @@ class Walk {
                 dynamic_cast<const CommandButton*>(&control) != nullptr);
     }
 
-    // The form's own controls, only arranged.
+    // Whether the container only groups controls of the form, so that its name is not part of their keys.
     static bool GroupsOnly(const Container& container) {
         return dynamic_cast<const Frame*>(&container) || dynamic_cast<const PopupMenu*>(&container) ||
                dynamic_cast<const HiddenTexts*>(&container);

@@ -5,11 +5,11 @@
 
 namespace korvanta {
 
-// The texts of the message boxes, each the (translated) caption of a label that is known by its name.
+// The texts of the message boxes: the translated captions of labels, by the labels' names.
 class MessageTexts {
   public:
     virtual ~MessageTexts() = default;
-    // Empty for a name that no label has.
+    // Empty when there is no such label.
     virtual std::u16string Text(std::u16string_view labelName) = 0;
 };
 
