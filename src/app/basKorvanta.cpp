@@ -198,7 +198,7 @@ void basKorvanta::MakeForms() {
 void basKorvanta::LoadForm(Form& form) {
     form.Load(peers_);
     if (peers_ != nullptr && form.Window() == 0) {
-        throw Error(errorNumber::outOfMemory, form.Name(), u"Out of memory");
+        throw StandardError(errorNumber::outOfMemory, form.Name());
     }
 }
 

@@ -10,7 +10,7 @@ namespace {
 std::u16string_view FromFirstTab(const std::u16string& line) {
     const std::size_t tab = line.find(u'\t');
     if (tab == std::u16string::npos) {
-        throw Error(errorNumber::invalidCall, u"CAccountComparator", u"Invalid procedure call or argument");
+        throw StandardError(errorNumber::invalidCall, u"CAccountComparator");
     }
     return std::u16string_view(line).substr(tab);
 }

@@ -17,10 +17,10 @@ bool IsDigit(char16_t unit) {
 }
 
 Error TypeMismatch() {
-    return {errorNumber::typeMismatch, u"Conversion", u"Type mismatch"};
+    return StandardError(errorNumber::typeMismatch, u"Conversion");
 }
 Error Overflow() {
-    return {errorNumber::overflow, u"Conversion", u"Overflow"};
+    return StandardError(errorNumber::overflow, u"Conversion");
 }
 
 std::int64_t ToInteger(std::u16string_view text, std::int64_t lowest, std::int64_t highest) {

@@ -1,11 +1,51 @@
 #include "common/Error.h"
 
 #include <new>
+#include <utility>
 
 #include "common/Text.h"
 #include "platform/FileSystem.h"
 
 namespace korvanta {
+
+namespace {
+
+const char16_t* WordsFor(std::int32_t number) {
+    switch (number) {
+        case errorNumber::invalidCall:
+            return u"Invalid procedure call or argument";
+        case errorNumber::overflow:
+            return u"Overflow";
+        case errorNumber::outOfMemory:
+            return u"Out of memory";
+        case errorNumber::subscriptOutOfRange:
+            return u"Subscript out of range";
+        case errorNumber::typeMismatch:
+            return u"Type mismatch";
+        case errorNumber::outOfStringSpace:
+            return u"Out of string space";
+        case errorNumber::badFileName:
+            return u"Bad file name or number";
+        case errorNumber::fileNotFound:
+            return u"File not found";
+        case errorNumber::deviceError:
+            return u"Device I/O error";
+        case errorNumber::diskFull:
+            return u"Disk full";
+        case errorNumber::inputPastEnd:
+            return u"Input past end of file";
+        case errorNumber::permissionDenied:
+            return u"Permission denied";
+        case errorNumber::pathNotFound:
+            return u"Path not found";
+        case errorNumber::objectNotSet:
+            return u"Object variable or With block variable not set";
+        default:
+            return u"";
+    }
+}
+
+}  // namespace
 
 Error::Error(std::int32_t number, std::u16string source, std::u16string description)
     : number_(number), source_(std::move(source)), description_(std::move(description)) {
@@ -24,32 +64,36 @@ Error Error::Current() {
     } catch (const Error& error) {
         return error;
     } catch (const std::bad_alloc&) {
-        return {errorNumber::outOfMemory, u"", u"Out of memory"};
+        return StandardError(errorNumber::outOfMemory, u"");
     } catch (...) {
-        return {errorNumber::invalidCall, u"", u"Invalid procedure call or argument"};
+        return StandardError(errorNumber::invalidCall, u"");
     }
 }
 
+Error StandardError(std::int32_t number, std::u16string source) {
+    return {number, std::move(source), WordsFor(number)};
+}
+
 Error FileError(std::uint32_t windowsErrorCode) {
-    const std::u16string source = u"FileSystem";
+    const char16_t* const source = u"FileSystem";
     switch (windowsErrorCode) {
         case windowsError::fileNotFound:
-            return {errorNumber::fileNotFound, source, u"File not found"};
+            return StandardError(errorNumber::fileNotFound, source);
         case windowsError::pathNotFound:
         case windowsError::badNetPath:
         case windowsError::badNetName:
-            return {errorNumber::pathNotFound, source, u"Path not found"};
+            return StandardError(errorNumber::pathNotFound, source);
         case windowsError::accessDenied:
         case windowsError::sharingViolation:
-            return {errorNumber::permissionDenied, source, u"Permission denied"};
+            return StandardError(errorNumber::permissionDenied, source);
         case windowsError::invalidName:
-            return {errorNumber::badFileName, source, u"Bad file name or number"};
+            return StandardError(errorNumber::badFileName, source);
         case windowsError::diskFull:
-            return {errorNumber::diskFull, source, u"Disk full"};
+            return StandardError(errorNumber::diskFull, source);
         default:
-            return {
-                errorNumber::deviceError, source,
-                u"Device I/O error (Windows error " + NumberText(static_cast<std::int64_t>(windowsErrorCode)) + u")"};
+            return {errorNumber::deviceError, source,
+                    WordsFor(errorNumber::deviceError) + std::u16string(u" (Windows error ") +
+                        NumberText(static_cast<std::int64_t>(windowsErrorCode)) + u")"};
     }
 }
 

@@ -21,6 +21,7 @@ inline constexpr std::int32_t diskFull = 61;
 inline constexpr std::int32_t inputPastEnd = 62;
 inline constexpr std::int32_t permissionDenied = 70;
 inline constexpr std::int32_t pathNotFound = 76;
+inline constexpr std::int32_t objectNotSet = 91;
 }  // namespace errorNumber
 
 // A failure inside the program: a number, where it came from, and words for a log line.
@@ -46,6 +47,8 @@ class Error : public std::exception {
     std::string narrow_;
 };
 
+// The Error with one of the numbers above, in the words that belong to it.
+Error StandardError(std::int32_t number, std::u16string source);
 // The Error for the Windows error code of a failed file operation: 53 for a missing file, 76 for a missing folder,
 // share or server, and 57 for a code without a number of its own.
 Error FileError(std::uint32_t windowsErrorCode);

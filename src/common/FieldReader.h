@@ -17,7 +17,7 @@ class FieldReader {
     // Raises Error 9 "Subscript out of range" when there is none left.
     std::u16string_view Next() {
         if (ended_) {
-            throw Error(errorNumber::subscriptOutOfRange, u"FieldReader", u"Subscript out of range");
+            throw StandardError(errorNumber::subscriptOutOfRange, u"FieldReader");
         }
         const std::size_t end = rest_.find(separator_);
         ended_ = end == std::u16string_view::npos;

@@ -13,11 +13,11 @@ constexpr std::size_t chunkBytes = 65'536;
 constexpr char16_t byteOrderMark = u'\uFEFF';
 
 Error PastEnd() {
-    return {errorNumber::inputPastEnd, u"TextStream", u"Input past end of file"};
+    return StandardError(errorNumber::inputPastEnd, u"TextStream");
 }
 
 Error LineTooLong() {
-    return {errorNumber::outOfStringSpace, u"TextStream", u"Out of string space"};
+    return StandardError(errorNumber::outOfStringSpace, u"TextStream");
 }
 
 }  // namespace
@@ -116,7 +116,7 @@ std::u16string TextInput::ReadAll() {
     }
     while (Fill()) {
         if (text_.size() - position_ > longestText) {
-            throw Error(errorNumber::outOfMemory, u"TextStream", u"Out of memory");
+            throw StandardError(errorNumber::outOfMemory, u"TextStream");
         }
     }
     text_.erase(0, position_);

@@ -10,7 +10,7 @@ namespace korvanta {
 namespace {
 
 Error TypeMismatch() {
-    return {errorNumber::typeMismatch, u"Variant", u"Type mismatch"};
+    return StandardError(errorNumber::typeMismatch, u"Variant");
 }
 
 std::u16string PlainNumber(double number, int digits) {

@@ -37,7 +37,7 @@ std::int32_t CounterFrom(std::u16string_view text) {
     }
     const std::int32_t counter = ToInteger32(text);
     if (counter < 0 || counter > fileNumbers) {
-        throw Error(errorNumber::overflow, u"clsJobDetectionFile", u"Overflow");
+        throw StandardError(errorNumber::overflow, u"clsJobDetectionFile");
     }
     return counter;
 }

@@ -20,7 +20,7 @@ namespace {
 std::u16string ServerOf(const std::u16string& fullPrinterName) {
     const std::optional<std::u16string> server = PrinterName(fullPrinterName).Server();
     if (!server) {
-        throw Error(errorNumber::invalidCall, u"clsJobDetectionFile", u"Invalid procedure call or argument");
+        throw StandardError(errorNumber::invalidCall, u"clsJobDetectionFile");
     }
     return Lower(*server);
 }

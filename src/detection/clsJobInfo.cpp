@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t blockWords = 16;
 
 Error OutOfRange() {
-    return {errorNumber::subscriptOutOfRange, u"clsJobInfo", u"Subscript out of range"};
+    return StandardError(errorNumber::subscriptOutOfRange, u"clsJobInfo");
 }
 
 // `nextLine` returns the ten lines one after the other.

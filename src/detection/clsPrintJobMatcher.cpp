@@ -46,7 +46,7 @@ std::u16string LengthText(const std::u16string& text) {
 std::u16string ServerOf(const std::u16string& fullPrinterName) {
     const std::optional<std::u16string> server = PrinterName(fullPrinterName).ServerFromThirdCharacter();
     if (!server) {
-        throw Error(errorNumber::invalidCall, u"clsPrintJobMatcher", u"Invalid procedure call or argument");
+        throw StandardError(errorNumber::invalidCall, u"clsPrintJobMatcher");
     }
     return Lower(*server);
 }

@@ -56,7 +56,7 @@ std::string clsInet::Receive(const std::u16string& url) {
         got = ReadPiece(file.get(), buffer);
         messages_.RunPending();
         if (got > longestResponse - body.size()) {
-            throw Error(errorNumber::outOfStringSpace, u"clsInet", u"Out of string space");
+            throw StandardError(errorNumber::outOfStringSpace, u"clsInet");
         }
         body.append(buffer, got);
         BufferRead.Raise(static_cast<std::int32_t>(bufferSize), static_cast<std::int32_t>(body.size()));

@@ -6,14 +6,6 @@
 
 namespace korvanta {
 
-namespace {
-
-Error NoMainAccount() {
-    return {91, u"clsTLXAccounts", u"Object variable or With block variable not set"};
-}
-
-}  // namespace
-
 void AccountTable::Add(const AccountFields& fields) {
     if (fields.isMain) {
         EndGroup();
@@ -30,7 +22,7 @@ void AccountTable::Add(const AccountFields& fields) {
     records_.push_back({.requireComment = fields.requireComment, .flags = Flags(fields)});
     ids_.Add(fields.accountId);
     if (!fields.isMain && !hasMainAccount) {
-        throw NoMainAccount();
+        throw StandardError(errorNumber::objectNotSet, u"clsTLXAccounts");
     }
 }
 

@@ -27,6 +27,31 @@ Error CurrentOf(const Exception& exception) {
     }
 }
 
+TEST(ErrorTest, StandardErrorsHaveTheWordsOfTheirNumbers) {
+    const std::pair<std::int32_t, const char16_t*> words[] = {
+        {5, u"Invalid procedure call or argument"},
+        {6, u"Overflow"},
+        {7, u"Out of memory"},
+        {9, u"Subscript out of range"},
+        {13, u"Type mismatch"},
+        {14, u"Out of string space"},
+        {52, u"Bad file name or number"},
+        {53, u"File not found"},
+        {57, u"Device I/O error"},
+        {61, u"Disk full"},
+        {62, u"Input past end of file"},
+        {70, u"Permission denied"},
+        {76, u"Path not found"},
+        {91, u"Object variable or With block variable not set"},
+    };
+    for (const auto& [number, description] : words) {
+        const Error error = StandardError(number, u"Source");
+        EXPECT_EQ(error.Number(), number);
+        EXPECT_EQ(error.Source(), u"Source");
+        EXPECT_EQ(error.Description(), description);
+    }
+}
+
 TEST(ErrorTest, CurrentTellsEveryExceptionAsAnError) {
     EXPECT_EQ(CurrentOf(Error(62, u"s", u"d")).Number(), 62);
     EXPECT_EQ(CurrentOf(Error(62, u"s", u"d")).Source(), u"s");
