@@ -1,7 +1,8 @@
 // Accounts.txt: every account loaded lies in the file, in the file's groups, is found by its own title, and comes the
 // same from the local copy.
 // Aims at: server/clsTLXAccounts.cpp server/clsAccount.cpp server/search/AccountTable.cpp
-// Aims at: server/search/AccountSearch.cpp
+// Aims at: server/search/AccountFields.cpp server/search/TitleIndex.cpp server/search/IdIndex.cpp
+// Aims at: server/search/AccountSearch.cpp server/search/BytePattern.cpp
 #include <algorithm>
 
 #include "common/Text.h"

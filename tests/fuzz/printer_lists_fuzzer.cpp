@@ -1,5 +1,6 @@
 // Servers.txt and Printers.txt, refreshed twice: which servers and printers are watched, and whether they changed.
-// Aims at: detection/clsPrintersMonitored.cpp server/clsServerInterfaces.cpp server/clsServerInterfaceFile.cpp
+// Aims at: detection/clsPrintersMonitored.cpp server/PrinterName.cpp
+// Aims at: server/clsServerInterfaces.cpp server/clsServerInterfaceFile.cpp
 #include "common/Text.h"
 #include "fuzz/Fuzzing.h"
 #include "unit/detection/Support.h"
