@@ -1,3 +1,5 @@
+#include "platform/win32/services/WindowsInternet.h"
+
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -13,7 +15,6 @@
 
 #include "platform/win32/calls/Handles.h"
 #include "platform/win32/services/DialogWindows.h"
-#include "platform/win32/services/WindowsInternet.h"
 #include "platform/win32/services/WindowsMessageLoop.h"
 #include "platform/win32/services/WindowsSockets.h"
 
@@ -21,61 +22,6 @@ namespace korvanta {
 namespace {
 
 constexpr std::uint32_t loopback = 0x0100007F;
-
-TEST(SocketsTests, LookUpsFailBeforeTheStartAndAfterTheStop) {
-    WindowsSockets sockets;
-    std::uint32_t address = 0;
-    EXPECT_FALSE(sockets.AddressOf(u"localhost", address));
-    EXPECT_EQ(sockets.LastError(), WSANOTINITIALISED);
-    EXPECT_FALSE(sockets.Stop());
-    EXPECT_EQ(sockets.LastError(), WSANOTINITIALISED);
-}
-
-class StartedSocketsTests : public ::testing::Test {
-  protected:
-    void SetUp() override { ASSERT_TRUE(sockets_.Start(version_)); }
-    void TearDown() override { EXPECT_TRUE(sockets_.Stop()); }
-
-    WindowsSockets sockets_;
-    SocketsVersion version_;
-};
-
-TEST_F(StartedSocketsTests, VersionOneOneIsThere) {
-    EXPECT_EQ(version_.major, 1);
-    EXPECT_EQ(version_.minor, 1);
-    EXPECT_GE(version_.maximumSockets, 1);
-}
-
-TEST_F(StartedSocketsTests, ThisMachineHasAName) {
-    std::u16string name;
-    ASSERT_TRUE(sockets_.HostName(name));
-    EXPECT_FALSE(name.empty());
-    EXPECT_EQ(name.find(u'\0'), std::u16string::npos);
-}
-
-TEST_F(StartedSocketsTests, NamesAndAddressesAreFoundForEachOther) {
-    std::uint32_t address = 0;
-    ASSERT_TRUE(sockets_.AddressOf(u"localhost", address));
-    EXPECT_EQ(address, loopback);
-    std::u16string host;
-    ASSERT_TRUE(sockets_.NameOf(loopback, host));
-    EXPECT_FALSE(host.empty());
-}
-
-TEST_F(StartedSocketsTests, DottedTextsAreAddressesAndOthersAreNone) {
-    EXPECT_EQ(sockets_.ParseAddress(u"127.0.0.1"), loopback);
-    EXPECT_EQ(sockets_.ParseAddress(u"10.1.2.3"), 0x0302010AU);
-    EXPECT_EQ(sockets_.ParseAddress(u"WS01"), 0xFFFFFFFFU);
-    EXPECT_EQ(sockets_.ParseAddress(u"300.1.2.3"), 0xFFFFFFFFU);
-}
-
-TEST_F(StartedSocketsTests, ANameThatCannotBeIsNotFound) {
-    std::uint32_t address = 5;
-    EXPECT_FALSE(sockets_.AddressOf(u"not a host name", address));
-    EXPECT_NE(sockets_.LastError(), 0);
-    EXPECT_EQ(address, 5U);
-}
-
 constexpr LRESULT windowsAnswer = 4711;
 
 // A window of the test's thread that tells of what it is sent.
@@ -233,8 +179,11 @@ class WebServer {
     KernelHandle thread_;
 };
 
-class InternetTests : public StartedSocketsTests {
+class InternetTests : public ::testing::Test {
   protected:
+    void SetUp() override { ASSERT_TRUE(sockets_.Start(version_)); }
+    void TearDown() override { EXPECT_TRUE(sockets_.Stop()); }
+
     // The whole body, or the error's number.
     std::string Fetch(const std::u16string& url) {
         std::unique_ptr<InternetFile> file;
@@ -249,6 +198,8 @@ class InternetTests : public StartedSocketsTests {
         return error == 0 ? body : "error " + std::to_string(error);
     }
 
+    WindowsSockets sockets_;  // of the servers that the tests are
+    SocketsVersion version_;
     DialogWindows dialogs_;
     WindowsMessageLoop messages_{dialogs_};
     WindowsInternet internet_{messages_};
