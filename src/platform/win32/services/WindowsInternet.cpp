@@ -17,7 +17,7 @@ namespace korvanta {
 
 namespace {
 
-// A program that looks for messages less often than every five seconds counts as hanging.
+// Milliseconds. Windows takes a program for hanging that has not looked for messages for five seconds.
 constexpr DWORD longestPause = 1000;
 
 struct InternetTraits : NullIsNone<HINTERNET> {
@@ -25,18 +25,20 @@ struct InternetTraits : NullIsNone<HINTERNET> {
 };
 using InternetHandle = Handle<InternetTraits>;
 
-// What the program's thread asks and the one that waits for the network answers. They take turns, from one event to
-// the other, so nothing else keeps them apart. An exchange that was given up belongs to the waiting thread alone, which
-// ends, and closes the handles, when the network has answered after all.
+enum class Request { Open, Read, End };
+
+// What two threads share: the program's thread asks, the other one waits for the network and answers. They take turns
+// by two events, so that no lock is needed. When the program's thread gives up waiting, all but `request` belongs to
+// the other one: once the network has answered it finds that it is to end, and closes the handles.
 struct Exchange {
     KernelHandle asked{::CreateEventA(nullptr, FALSE, FALSE, nullptr)};
     KernelHandle answered{::CreateEventA(nullptr, FALSE, FALSE, nullptr)};
+    std::atomic<Request> request = Request::Open;  // atomic, since End may come out of turn
     std::string agent;
     std::string url;
     std::vector<char> buffer;  // of the size that is to be read
     DWORD got = 0;
     std::uint32_t error = ERROR_SUCCESS;
-    std::atomic<bool> ended = false;  // may be told out of turn
     // In this order: the body is closed before its session.
     InternetHandle session;
     InternetHandle body;
@@ -52,18 +54,30 @@ struct Exchange {
         const bool done = ::InternetReadFile(body.Get(), buffer.data(), static_cast<DWORD>(buffer.size()), &got) != 0;
         error = done ? ERROR_SUCCESS : FailureCode();
     }
+    // Waits for the next request and fulfils it. False when it is to end.
+    bool Serve() {
+        if (::WaitForSingleObject(asked.Get(), INFINITE) != WAIT_OBJECT_0) {
+            return false;
+        }
+        switch (request) {
+            case Request::Open:
+                Open();
+                break;
+            case Request::Read:
+                Read();
+                break;
+            case Request::End:
+                return false;
+        }
+        ::SetEvent(answered.Get());
+        return true;
+    }
 };
 
-DWORD WINAPI Answer(void* parameter) {
+// The waiting thread.
+DWORD WINAPI Wait(void* parameter) {
     const std::unique_ptr<std::shared_ptr<Exchange>> own(static_cast<std::shared_ptr<Exchange>*>(parameter));
-    Exchange& exchange = **own;
-    while (::WaitForSingleObject(exchange.asked.Get(), INFINITE) == WAIT_OBJECT_0 && !exchange.ended) {
-        if (exchange.session) {
-            exchange.Read();
-        } else {
-            exchange.Open();
-        }
-        ::SetEvent(exchange.answered.Get());
+    while ((*own)->Serve()) {
     }
     return 0;
 }
@@ -78,23 +92,22 @@ class WindowsInternetFile : public InternetFile {
             exchange_->body.Reset();
             exchange_->session.Reset();
         }
-        exchange_->ended = true;
-        ::SetEvent(exchange_->asked.Get());
+        Tell(Request::End);
     }
 
     std::uint32_t Open(const std::u16string& agent, const std::u16string& url) {
         exchange_->agent = textCalls::ToCodePage(agent);
         exchange_->url = textCalls::ToCodePage(url);
         auto own = std::make_unique<std::shared_ptr<Exchange>>(exchange_);
-        DWORD identifier = 0;  // Windows 9x wants to tell it
+        DWORD identifier = 0;  // Windows 9x fails without a place for it
         const KernelHandle thread(exchange_->asked && exchange_->answered
-                                      ? ::CreateThread(nullptr, 0, &Answer, own.get(), 0, &identifier)
+                                      ? ::CreateThread(nullptr, 0, &Wait, own.get(), 0, &identifier)
                                       : nullptr);
         if (!thread) {
             return FailureCode();
         }
-        static_cast<void>(own.release());  // the thread's own now
-        return Ask();
+        static_cast<void>(own.release());  // the thread owns it now
+        return Ask(Request::Open);
     }
 
     std::uint32_t Read(void* buffer, std::size_t size, std::size_t& got) override {
@@ -103,7 +116,7 @@ class WindowsInternetFile : public InternetFile {
             return ERROR_INTERNET_OPERATION_CANCELLED;
         }
         exchange_->buffer.resize(size);
-        const std::uint32_t error = Ask();
+        const std::uint32_t error = Ask(Request::Read);
         if (error == ERROR_SUCCESS) {
             got = exchange_->got;
             std::memcpy(buffer, exchange_->buffer.data(), got);
@@ -112,15 +125,20 @@ class WindowsInternetFile : public InternetFile {
     }
 
   private:
-    std::uint32_t Ask() {
+    void Tell(Request request) {
+        exchange_->request = request;
         ::SetEvent(exchange_->asked.Get());
+    }
+    // Tells the request and waits until it is fulfilled or the program ends.
+    std::uint32_t Ask(Request request) {
+        Tell(request);
         const HANDLE answered = exchange_->answered.Get();
         while (!messages_.Quitting()) {
             const DWORD woken = ::MsgWaitForMultipleObjects(1, &answered, FALSE, longestPause, QS_SENDMESSAGE);
             if (woken == WAIT_OBJECT_0) {
                 return exchange_->error;
             }
-            // Looking for a message lets those in that were sent.
+            // Looking for a posted message lets Windows deliver what other threads have sent.
             MSG message;
             textCalls::PeekNextMessage(message, PM_NOREMOVE);
         }
@@ -130,7 +148,7 @@ class WindowsInternetFile : public InternetFile {
 
     const WindowsMessageLoop& messages_;
     const std::shared_ptr<Exchange> exchange_ = std::make_shared<Exchange>();
-    bool givenUp_ = false;
+    bool givenUp_ = false;  // the waiting thread is still in a call, and the exchange is its own
 };
 
 }  // namespace

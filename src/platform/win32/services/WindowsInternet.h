@@ -6,9 +6,9 @@ namespace korvanta {
 
 class WindowsMessageLoop;
 
-// While the network keeps a call waiting, what Windows and other programs send to our windows is still answered: the
-// end of the session above all. Posted messages (input, timers) wait as they do in any call. Once `messages` is
-// quitting every call fails at once, the one that waits too.
+// While the network keeps a call waiting, messages that Windows and other programs send to our windows are still
+// answered, above all the end of the session. Posted messages (input, timers) wait until the call returns. Once the
+// message loop is quitting, every call fails at once, also one that is waiting.
 class WindowsInternet : public Internet {
   public:
     explicit WindowsInternet(const WindowsMessageLoop& messages) : messages_(messages) {}
