@@ -8,8 +8,8 @@
 #include "platform/win32/services/WindowsPlatform.h"
 #include "translation/CatalogueTranslator.h"
 
-// The library's own handler spells out the exception's type, with code that is a twentieth of the program, to an error
-// output that a program with windows does not have.
+// Replaces the standard library's handler of uncaught exceptions. That one writes the exception's type to an error
+// output that this program does not have, and its code would be a twentieth of the program.
 namespace __gnu_cxx {
 void __verbose_terminate_handler() {
     std::abort();

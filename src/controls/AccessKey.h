@@ -6,12 +6,12 @@
 
 namespace korvanta {
 
-// Where the letter of a caption's access key stands, the one behind the first single "&"; npos without one.
+// The index of a caption's access key, which is the character behind the first single "&"; npos when it has none.
 std::size_t AccessKeyPlace(std::u16string_view caption);
-// The caption without the mark of that key; what it shows stays the same.
+// The caption without the "&" of its access key. It shows the same text.
 std::u16string WithoutAccessKey(const std::u16string& caption);
-// A caption that shows each "&" of the text and has no access key. "&&", as those write it who know of access keys, is
-// one "&".
+// A caption without an access key that shows the text with each "&". An "&&" in the text counts as one "&": somebody
+// who knows access keys has written it for a caption.
 std::u16string WithPlainAmpersands(std::u16string_view text);
 
 }  // namespace korvanta

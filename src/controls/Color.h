@@ -4,8 +4,8 @@
 
 namespace korvanta {
 
-// 0x00BBGGRR, or a system colour reference: the high bit and the system colour index in the low byte, so that it
-// follows the user's colour scheme.
+// Either 0x00BBGGRR, or a system color, which follows the user's color scheme: the high bit set, and Windows' index of
+// the color in the low byte.
 using Color = std::uint32_t;
 
 constexpr Color SystemColor(std::uint8_t index) {

@@ -12,8 +12,8 @@
 
 namespace korvanta {
 
-// One control of a form: its state, and its events. Places are in twips, relative to the container. Setting a property
-// to the value it has does nothing. With no peer a control is simply an object.
+// One control of a form: its state and its events. Places are in twips, relative to the container. Setting a property
+// to the value that it has already does nothing. Without a peer a control works all the same, but is not on the screen.
 class Control {
   public:
     explicit Control(std::u16string name) : name_(std::move(name)) {}
@@ -21,17 +21,17 @@ class Control {
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
-    // The name by which its form and a translation know the control.
+    // Its name in its form and in translations.
     const std::u16string& Name() const { return name_; }
 
-    // In captions "&" marks the access key that follows it.
+    // An "&" in a caption makes the next character the access key; see AccessKey.h.
     const std::u16string& Caption() const { return caption_; }
     void Caption(const std::u16string& caption);
 
     bool Enabled() const { return enabled_; }
     void Enabled(bool enabled);
 
-    // The control's own wish; it shows only inside containers that are visible too.
+    // A visible control is shown only while all containers around it are visible too.
     bool Visible() const { return visible_; }
     void Visible(bool visible);
 
@@ -46,9 +46,10 @@ class Control {
     Container* Parent() const { return parent_; }
     void TakeFocus();
 
-    // Makes this control's peer, and those of its children.
+    // Makes the peers of this control and of its children.
     virtual void Attach(PeerFactory& factory);
-    virtual void Detach() { peer_.reset(); }  // ends them
+    // Destroys them.
+    virtual void Detach() { peer_.reset(); }
     ControlPeer* Peer() const { return peer_.get(); }
 
   protected:
@@ -57,9 +58,8 @@ class Control {
             peer_->Changed(aspect);
         }
     }
-    // Sets the caption from the screen's side, without telling the peer.
+    // These take over what the peer has told, so the peer is not told again.
     void Adopt(const std::u16string& caption) { caption_ = caption; }
-    // Likewise the place.
     void AdoptPlace(const Place& place) { place_ = place; }
     virtual void Resized() {}
     virtual std::unique_ptr<ControlPeer> MakePeer(PeerFactory& factory) = 0;
@@ -78,19 +78,19 @@ class Control {
     std::unique_ptr<ControlPeer> peer_;
 };
 
-// A control that holds others: a form, a frame, or a control put together from others. The order in which children
-// are added is the tab order. Children are members of the derived class and so outlive every use of the list.
+// A control that holds others: a form, a frame, or a control composed of others. The order in which children are added
+// is the tab order. Children are members of the derived class.
 class Container : public Control {
   public:
     using Control::Control;
 
     const std::vector<Control*>& Children() const { return children_; }
-    // The control of that name at any depth, or none.
+    // The control of that name at any depth, or null.
     Control* Find(const std::u16string& name) const;
-    // Not empty: the control hands its texts to the translation itself, under this name, which all controls of its kind
-    // share; its form leaves them alone.
+    // When it is not empty, the container has its texts translated by itself, under this name that all containers of
+    // its class share; the form around it leaves them out.
     virtual std::u16string_view TranslatesAs() const { return {}; }
-    // A thin line around the container, inside its place.
+    // Whether a thin line is drawn along the container's edge, inside its place.
     void Framed(bool framed);
     bool Framed() const { return framed_; }
     void Attach(PeerFactory& factory) override;
@@ -105,8 +105,8 @@ class Container : public Control {
     bool framed_ = false;
 };
 
-// Texts that a form shows where and when it needs them, as captions of labels, so that they are translated with the
-// rest of it. They are never on the screen themselves and have no peers.
+// Texts that a form shows at run time, kept as captions of labels so that they are translated with the form. The labels
+// are never on the screen and have no peers.
 class HiddenTexts : public Container {
   public:
     using Container::Add;
@@ -114,7 +114,7 @@ class HiddenTexts : public Container {
     void Attach(PeerFactory&) override {}
 };
 
-// A container without a look of its own.
+// A container that shows nothing of its own.
 class Frame : public Container {
   public:
     using Container::Add;

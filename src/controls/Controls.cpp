@@ -5,7 +5,7 @@
 namespace korvanta {
 
 namespace {
-// A bar that moves by less than this part of itself is not drawn anew: a long list counts faster than eyes see.
+// In how many steps a bar moves at most: a long list counts much faster than a user could see.
 constexpr std::int64_t visibleSteps = 256;
 }  // namespace
 

@@ -11,7 +11,7 @@ namespace korvanta {
 
 enum class Alignment { Left, Center, Right };
 
-// Static text. A clickable label looks like a link, takes the focus and is pressed with Space or Enter as well.
+// Static text. A clickable label looks like a link; it takes the focus, and Space and Enter press it too.
 class Label : public Control {
   public:
     using Control::Control;
@@ -26,13 +26,13 @@ class Label : public Control {
     bool Wrap() const { return wrap_; }
     void Align(Alignment alignment) { alignment_ = alignment; }
     Alignment Align() const { return alignment_; }
-    // False: an "&" in the caption is shown as it is (texts that come from outside).
+    // False for texts from outside: an "&" in the caption is shown as it is.
     void AccessKey(bool accessKey) { accessKey_ = accessKey; }
     bool AccessKey() const { return accessKey_; }
-    // True: what the label shows is no text of the program, and is not translated.
+    // True for texts that are not the program's own: the caption is not translated.
     void ShowsData(bool showsData) { showsData_ = showsData; }
     bool ShowsData() const { return showsData_; }
-    // True: the background of the container shows through.
+    // True: the container's background shows through.
     void Transparent(bool transparent);
     bool Transparent() const { return transparent_; }
 
@@ -57,9 +57,10 @@ enum class Key { Enter, Escape, Up, Down, PageUp, PageDown, Home, End, ControlHo
 class TextBox : public Control {
   public:
     explicit TextBox(std::u16string name) : Control(std::move(name)) { BackColor(systemColor::windowBackground); }
-    // After the text has changed, by whomever.
+    // The text has changed, by the user or the program.
     Event<> Change;
-    // A key went down in the box. Setting the second argument swallows the key: no beep, no default button.
+    // A key was pressed in the box. A handler that sets the second argument uses the key up: it neither beeps nor
+    // presses the default button.
     Event<Key, bool&> KeyDown;
 
     const std::u16string& Text() const { return Caption(); }
@@ -75,7 +76,8 @@ class TextBox : public Control {
 class CheckBox : public Control {
   public:
     using Control::Control;
-    Event<> Click;  // after the tick mark has changed, by whomever
+    // The tick mark has changed, by the user or the program.
+    Event<> Click;
 
     bool Value() const { return value_; }
     void Value(bool value);
@@ -96,7 +98,7 @@ class ComboBox : public Control {
     Event<> Change;
 
     const std::vector<std::u16string>& Items() const { return items_; }
-    // Replaces all items; nothing is chosen afterwards.
+    // Replaces all items; then none is chosen.
     void Items(std::vector<std::u16string> items);
     // Zero-based; -1 when nothing is chosen. An index outside the items chooses nothing.
     int ListIndex() const { return listIndex_; }
@@ -117,14 +119,15 @@ class CommandButton : public Control {
   public:
     using Control::Control;
     Event<> Click;
-    // Released with the right mouse button above it.
+    // The right mouse button was released over it.
     Event<> RightClick;
 
-    // Design-time: Enter anywhere on the form that no control uses itself presses the button.
+    // Design-time: Enter presses the button, wherever on the form the focus is, unless the focused control uses the
+    // key.
     void Default(bool isDefault) { default_ = isDefault; }
     bool Default() const { return default_; }
 
-    // A disabled button cannot be pressed, whoever asks.
+    // Whoever asks, a disabled button cannot be pressed.
     void HandleClick() {
         if (Enabled()) {
             Click.Raise();
@@ -142,7 +145,7 @@ class CommandButton : public Control {
 class ProgressBar : public Control {
   public:
     using Control::Control;
-    // Never below 1. The value stays within 0 and the maximum.
+    // At least 1. The value stays between 0 and the maximum.
     int Maximum() const { return maximum_; }
     void Maximum(int maximum);
     int Value() const { return value_; }
@@ -156,28 +159,29 @@ class ProgressBar : public Control {
     int value_ = 0;
 };
 
-// The tabs alone; what each shows is the form's business.
+// The tabs alone; the form shows what is on the chosen one.
 class TabStrip : public Control {
   public:
     using Control::Control;
-    Event<> Click;  // the user, or the program, has chosen another tab
-    // The user has chosen a tab, perhaps the one that was there, by a key that works anywhere on the form: an access
-    // key, or Ctrl with Tab or a page key. After the Click.
+    // The user or the program has chosen another tab.
+    Event<> Click;
+    // The user has chosen a tab, perhaps the current one, by a key that works everywhere on the form: an access key, or
+    // Ctrl with Tab or a page key. Raised after Click.
     Event<> ChosenByKey;
 
-    // Captions of the tabs; the first one is chosen.
+    // Sets the captions of all tabs and chooses the first one.
     void Tabs(std::vector<std::u16string> captions);
     const std::vector<std::u16string>& Tabs() const { return tabs_; }
     void TabCaption(int tab, const std::u16string& caption);
     // One-based. A number outside the tabs is ignored.
     int Selected() const { return selected_; }
     void Selected(int tab);
-    // Room the tabs themselves take at the top, in twips; the peer says it, 375 without one.
+    // The height of the row of tabs, in twips. The peer tells it; without a peer it is 375.
     int HeaderHeight() const { return headerHeight_; }
 
     void HandleSelected(int tab);
     void HandleChosenByKey(int tab);
-    // So many tabs on, and round at the ends.
+    // Moves on by so many tabs (back when negative), from the last one to the first.
     void HandleStepByKey(int tabs);
     void HandleHeaderHeight(int twips) { headerHeight_ = twips; }
 
@@ -190,7 +194,7 @@ class TabStrip : public Control {
     int headerHeight_ = 375;
 };
 
-// Icons with texts; each item has a key of its own.
+// A list of icons with texts; each item has a unique key.
 class ListView : public Control {
   public:
     struct Item {
@@ -200,7 +204,7 @@ class ListView : public Control {
     explicit ListView(std::u16string name) : Control(std::move(name)) { BackColor(systemColor::windowBackground); }
 
     const std::vector<Item>& Items() const { return items_; }
-    // False, and nothing added, when the key is there already.
+    // False when the key exists already; then nothing is added.
     bool AddItem(const std::u16string& key, const std::u16string& text, int icon);
     void Clear();
 
@@ -227,7 +231,7 @@ class Image : public Control {
     Picture picture_ = Picture::Program;
 };
 
-// A horizontal line, one pixel high, in the color ForeColor.
+// A horizontal line of ForeColor, one pixel high.
 class Line : public Control {
   public:
     using Control::Control;
@@ -236,7 +240,8 @@ class Line : public Control {
     std::unique_ptr<ControlPeer> MakePeer(PeerFactory& factory) override { return factory.Make(*this); }
 };
 
-// Ticks every Interval milliseconds while enabled. A tick may come while an earlier tick's handler lets messages run.
+// Ticks every Interval milliseconds while enabled. Its handler can be re-entered: another tick comes when the handler
+// lets messages run.
 class Timer : public Control {
   public:
     explicit Timer(std::u16string name) : Control(std::move(name)) { Enabled(false); }
@@ -258,7 +263,7 @@ class Timer : public Control {
     int interval_ = 1000;
 };
 
-// An entry of a popup menu. It has no peer of its own: the menu is made when it pops up.
+// An entry of a popup menu. It has no peer, since the menu is made when it pops up.
 class MenuEntry : public Control {
   public:
     using Control::Control;
@@ -269,7 +274,7 @@ class MenuEntry : public Control {
     std::unique_ptr<ControlPeer> MakePeer(PeerFactory&) override { return nullptr; }
 };
 
-// A menu that is not in a menu bar. Its entries are its children.
+// A menu that pops up at the mouse pointer. Its entries are its children.
 class PopupMenu : public Container {
   public:
     using Container::Add;

@@ -6,8 +6,9 @@
 
 namespace korvanta {
 
-// What a control raises to the one owner that listens. A handler may replace itself or run messages while it runs.
-// Raising itself takes no memory: handlers catch what they raise, but could not catch what is raised before they run.
+// An event with at most one handler, that of the control's owner. The handler may replace itself or let messages run.
+// Raising an event allocates no memory: a handler catches its own exceptions, but could not catch one from before it
+// runs.
 template <class... Arguments>
 class Event {
   public:

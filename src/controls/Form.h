@@ -11,22 +11,23 @@ enum class CloseReason { ControlMenu, Code, WindowsSession, TaskManager };
 enum class BorderStyle { Sizable, FixedDialog };
 enum class MousePointer { Default, Hourglass };
 
-// A top-level window. Derived forms hold their controls as members and add them in tab order. A form starts hidden,
-// and stays an object with all its state when it is unloaded.
+// A top-level window. Derived forms hold their controls as members and add them in tab order. A form starts hidden. An
+// unloaded form keeps all its state.
 class Form : public Container {
   public:
     using Container::Container;
 
-    // Raises OnTranslate, makes the peers (with a factory) and raises OnLoad; once.
+    // Calls OnTranslate, makes the peers when there is a factory, and calls OnLoad and OnResize. Does nothing the
+    // second time.
     void Load(PeerFactory* factory);
     bool Loaded() const { return loaded_; }
-    // Ends the peers. Whoever owns a form calls it before the form's members go.
+    // Destroys the peers. The form's owner calls it before it destroys the form: peers refer to the form's members.
     void Detach() override;
 
-    // Whether the form is on the screen. Show and Hide of a form that is so already do nothing.
+    // Whether the form is shown. Show does nothing on a form that is shown, Hide nothing on a hidden one.
     bool Shown() const { return shown_; }
     void Show();
-    // Returns when the form has been hidden. Without a peer it returns at once, shown.
+    // Shows the form, lets messages run, and returns when the form has been hidden. Without a peer it returns at once.
     void ShowModal();
     void Hide();
     void BringToForeground();
@@ -35,19 +36,19 @@ class Form : public Container {
     // 0 without a peer.
     WindowId Window() const;
 
-    // Setting it again puts the form in front of what has come before it meanwhile.
+    // Setting it again brings the form in front of other topmost windows.
     bool TopMost() const { return topMost_; }
     void TopMost(bool topMost);
     MousePointer Pointer() const { return pointer_; }
     void Pointer(MousePointer pointer);
 
-    // Asks OnQueryUnload; when it agrees OnUnload runs, once. False when the form stays.
+    // Asks OnQueryUnload and, when that agrees, calls OnUnload; once. False when the form stays.
     bool Unload(CloseReason reason);
 
-    // Design-time properties: set before Load. Position is that of the whole window; ClientWidth and ClientHeight are
-    // what its controls have.
+    // Design-time properties: set before Load. Position is the place of the whole window; ClientWidth and ClientHeight
+    // are the size of the area for its controls.
     BorderStyle Border() const { return border_; }
-    // Whether keys that were meant for another window do nothing here (KeyGuard).
+    // Whether the form ignores keys that were meant for another window; see KeyGuard.
     bool GuardsKeys() const { return guardsKeys_; }
     bool ShowInTaskbar() const { return showInTaskbar_; }
     int MinimumWidth() const { return minimumWidth_; }
@@ -59,21 +60,21 @@ class Form : public Container {
     void HandlePlace(const Place& window, int clientWidth, int clientHeight);
     // The form's icon in the notification area was double-clicked.
     void HandleTrayIconDoubleClick() { OnTrayIconDoubleClick(); }
-    // The taskbar was made again, and with it the notification area.
+    // The taskbar has started again; the icon in its notification area is gone.
     void HandleTaskbarCreated() { OnTaskbarCreated(); }
-    // Texts have another size than before: another font, or the resolution of another screen.
+    // Texts have another size now: the user has chosen another font, or the form is on a screen of another resolution.
     void HandleFontsChanged() { OnFontsChanged(); }
-    // Monitors have come or gone, changed their resolution, or been given other taskbars.
+    // Monitors or taskbars have come or gone, or a monitor's resolution has changed.
     void HandleDisplayChanged() { OnDisplayChanged(); }
 
   protected:
-    // Captions become what they will be, and the form may choose its size by them: there is no window yet.
+    // Called before there is a window: the form has its captions translated and may choose its size by them.
     virtual void OnTranslate() {}
     virtual void OnLoad() {}
     // False keeps the form.
     virtual bool OnQueryUnload(CloseReason) { return true; }
     virtual void OnUnload() {}
-    // The client area has another size, or is measured for the first time.
+    // The client area has another size, or its size is known for the first time.
     virtual void OnResize() {}
     virtual void OnTrayIconDoubleClick() {}
     virtual void OnTaskbarCreated() {}
@@ -84,10 +85,9 @@ class Form : public Container {
     void GuardsKeys(bool guards) { guardsKeys_ = guards; }
     void ShowInTaskbar(bool show) { showInTaskbar_ = show; }
     void MinimumSize(int width, int height);
-    // The size of the client area, before there is a window that says it.
+    // The size of the client area that the window is to have.
     void ClientSize(int width, int height);
 
-    void Resized() override {}
     std::unique_ptr<ControlPeer> MakePeer(PeerFactory& factory) override;
 
   private:

@@ -8,10 +8,10 @@ namespace {
 
 constexpr std::size_t blockSize = 65'536;
 
-// How a row begins: whether it has the picture, and a color, which then follows in two units.
+// The flags at the beginning of a stored row. The color, when there is one, takes the next two units.
 constexpr char16_t hasPicture = 1;
 constexpr char16_t hasColor = 2;
-// A length that does not fit into a unit follows this one in two.
+// Stands for a length that does not fit into one unit; the next two units hold it.
 constexpr char16_t longLength = 0xFFFF;
 
 std::uint32_t TakeTwo(const char16_t*& from) {
@@ -237,7 +237,7 @@ const char16_t* Grid::Store(const GridRow& row) {
             *next++ = longLength;
             PutTwo(next, static_cast<std::uint32_t>(text.size()));
         }
-        // Most texts are too short for a call that copies them.
+        // Most texts are so short that a loop is faster than a call of a copying function.
         for (const char16_t unit : text) {
             *next++ = unit;
         }

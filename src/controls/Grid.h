@@ -20,9 +20,9 @@ struct GridRow {
     std::array<std::u16string_view, maximumColumns> texts;
 };
 
-// Rows and columns of text cells, of which row 0 is a fixed header. The grid stores its rows compactly, so that a
-// million of them fit; the screen asks for the cells it shows. Indexes outside the grid are ignored when writing and
-// give an empty text or 0 when reading.
+// Rows and columns of text cells; row 0 is a fixed header. Rows are stored compactly, so that a million of them fit in
+// memory; the peer asks only for the cells that it shows. Writing outside the grid does nothing; reading there gives an
+// empty text or 0.
 class Grid : public Control {
   public:
     static constexpr int maximumColumns = GridRow::maximumColumns;
@@ -31,13 +31,13 @@ class Grid : public Control {
 
     Event<> Click;
     Event<> DblClick;
-    // The current row or column has changed, by whomever.
+    // The current row or column has changed, by the user or the program.
     Event<> RowColChange;
 
-    // At least 1, the header. New rows are empty; when rows go, the current row and the first one in view stay inside.
+    // At least 1, the header. New rows are empty. When rows go, the current row and TopRow are moved into what is left.
     int Rows() const { return static_cast<int>(rows_.size()); }
     void Rows(int count);
-    // Appends a row with its cells: in one go, where many rows come.
+    // Appends a row with all its cells, which is faster than setting them one by one.
     void AddRow(const GridRow& row);
     int Columns() const { return columns_; }
     void Columns(int count);
@@ -50,7 +50,7 @@ class Grid : public Control {
     int ColSel() const { return selectionEnd_; }
     void ColSel(int column);
 
-    // The view holds until the cell is written or rows go.
+    // The view is valid until the cell is written or rows are removed.
     std::u16string_view Text(int row, int column) const;
     void Text(int row, int column, std::u16string_view text);
     // 0 is the grid's own text color.
@@ -68,11 +68,11 @@ class Grid : public Control {
     Alignment HeaderAlignment(int column) const { return Column(column).headerAlignment; }
     void HeaderAlignment(int column, Alignment alignment);
 
-    // Off: the screen is left as it is until it is on again.
+    // While it is off, the screen stays as it is.
     bool Redraw() const { return redraw_; }
     void Redraw(bool redraw);
 
-    // The first data row in view, 1 at least.
+    // The first data row in view; at least 1.
     int TopRow() const { return topRow_; }
     void TopRow(int row);
     bool RowIsVisible(int row) const { return row >= topRow_ && row - topRow_ < visibleRows_; }
@@ -97,16 +97,16 @@ class Grid : public Control {
     static bool IsColumn(int column) { return column >= 0 && column < maximumColumns; }
     const ColumnData& Column(int column) const { return columnData_[IsColumn(column) ? column : maximumColumns]; }
     bool HasCell(int row, int column) const { return row >= 0 && row < Rows() && column >= 0 && column < columns_; }
-    // A data row's cells as they are stored.
+    // What is stored of a data row.
     GridRow Stored(int row) const;
-    // Stores them; raises when there is no memory, and what the grid holds is still in order.
+    // Stores a row. When memory runs out it raises and leaves the grid as it was.
     const char16_t* Store(const GridRow& row);
     void TellOfContent();
     void TellOfSelection();
 
-    // Where each row is stored, none for an empty row. Its picture, its color and its texts, each behind its length,
-    // lie one behind the other; a row that is written anew is stored anew. The blocks are given back together, when
-    // only the header is left.
+    // Where in the blocks each row is stored; null for an empty row. A stored row is a sequence of units: flags, the
+    // color when there is one, and the texts, each after its length. A row that is written again is stored again, and
+    // its old units stay unused until only the header is left; then the blocks are filled from the start.
     std::vector<const char16_t*> rows_ = std::vector<const char16_t*>(1);
     struct Block {
         std::unique_ptr<char16_t[]> units;
@@ -115,7 +115,7 @@ class Grid : public Control {
     std::vector<Block> blocks_;
     std::size_t block_ = 0;  // the one being filled
     std::size_t blockUsed_ = 0;
-    ColumnData columnData_[maximumColumns + 1];  // the last one is what a column outside the grid is like
+    ColumnData columnData_[maximumColumns + 1];  // the last one answers for columns outside the grid
     int columns_ = 1;
     int row_ = 0;
     int column_ = 0;

@@ -4,7 +4,8 @@ namespace korvanta {
 
 namespace {
 
-// Tick counts run over, so that "before" needs a limit; no key waits so long to be looked at.
+// Tick counts wrap around, so a time counts as "before" another only up to this distance. No key waits that long in a
+// queue.
 constexpr std::uint32_t longestQueued = 600'000;
 
 std::size_t Code(int key) {
@@ -15,31 +16,31 @@ std::size_t Code(int key) {
 
 void KeyGuard::Activated(std::uint32_t now, bool byItself) {
     held_.reset();
-    since_ = now;
+    countsFrom_ = now;
     lastPress_ = now;
-    started_ = true;
-    waiting_ = byItself;
+    activated_ = true;
+    waitsForQuiet_ = byItself;
 }
 
-void KeyGuard::TurnedTo(std::uint32_t now) {
-    if (waiting_) {
-        waiting_ = false;
-        since_ = now;
+void KeyGuard::MousePressed(std::uint32_t now) {
+    if (waitsForQuiet_) {
+        waitsForQuiet_ = false;
+        countsFrom_ = now;
     }
 }
 
 bool KeyGuard::IsOpen(std::uint32_t time) {
-    if (!started_) {
+    if (!activated_) {
         return true;
     }
-    const bool before = since_ != time && since_ - time < longestQueued;
+    const bool before = countsFrom_ != time && countsFrom_ - time < longestQueued;
     if (before) {
         return false;
     }
-    if (waiting_ && (time - lastPress_ >= quietTime || time - since_ >= longestWait)) {
-        waiting_ = false;
+    if (waitsForQuiet_ && (time - lastPress_ >= quietTime || time - countsFrom_ >= longestWait)) {
+        waitsForQuiet_ = false;
     }
-    return !waiting_;
+    return !waitsForQuiet_;
 }
 
 bool KeyGuard::TakesPress(int key, bool repeated, std::uint32_t time) {
@@ -48,14 +49,14 @@ bool KeyGuard::TakesPress(int key, bool repeated, std::uint32_t time) {
     }
     const bool taken = IsOpen(time) && !repeated;
     held_[Code(key)] = taken;
-    if (waiting_) {
+    if (waitsForQuiet_) {
         lastPress_ = time;
     }
     return taken;
 }
 
 bool KeyGuard::TakesRelease(int key) {
-    const bool taken = held_[Code(key)] || !started_;
+    const bool taken = held_[Code(key)] || !activated_;
     held_[Code(key)] = false;
     return taken;
 }

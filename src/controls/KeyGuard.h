@@ -5,40 +5,41 @@
 
 namespace korvanta {
 
-// Tells the keys that are meant for a window from those that were meant for the one before it, for a window that comes
-// up while its user is typing elsewhere.
+// Keeps keys from a window that were meant for the one before it. It is for a window that comes up while the user is
+// typing elsewhere.
 //
-// - A key counts from the moment on at which it goes down in the window. One that was held down before, with its
-//   repetitions and its release, does not count.
-// - A window that came up by itself first waits until the keyboard has been quiet for a while: who is in the middle of
-//   a word has not yet seen it. Whoever goes on and on gets through in the end, for he may have noticed.
-// - A press of the mouse in the window ends the wait; the user has turned to it.
+// - A key counts when it is pressed in the window. A key that was already held down when the window came up does not
+//   count, nor do its repetitions and its release.
+// - After a window has come up by itself, no key counts until the keyboard has been quiet for `quietTime`: a user in
+//   the middle of a word has not seen the window yet. After `longestWait` keys count in any case, since by then a user
+//   who still types probably means this window.
+// - A press of the mouse in the window ends the wait, since the user has turned to it.
 //
-// Times are milliseconds of the system's tick count, which may run over. Keys are codes from 0 to 255.
+// Times are milliseconds of the system's tick count, which wraps around. Keys are codes from 0 to 255.
 class KeyGuard {
   public:
     static constexpr std::uint32_t quietTime = 500;
     static constexpr std::uint32_t longestWait = 5'000;
 
-    // The window has become the one that the keyboard goes to; `byItself`: not by the user's doing.
+    // The window has got the keyboard. `byItself`: the program, not the user, has activated it.
     void Activated(std::uint32_t now, bool byItself);
     // The user has pressed a mouse button in the window.
-    void TurnedTo(std::uint32_t now);
+    void MousePressed(std::uint32_t now);
 
-    // Whether the window may act upon it. `repeated`: the key was down already.
+    // Whether the press, release or character counts. `repeated`: the key was down already.
     bool TakesPress(int key, bool repeated, std::uint32_t time);
     bool TakesRelease(int key);
-    // A character that comes without its key, or was on its way already.
+    // For a character whose key press did not pass here.
     bool TakesCharacter(std::uint32_t time);
 
   private:
     bool IsOpen(std::uint32_t time);
 
-    std::bitset<256> held_;  // keys that went down here and are down still
-    std::uint32_t since_ = 0;
+    std::bitset<256> held_;         // keys whose press counted and that are still down
+    std::uint32_t countsFrom_ = 0;  // what was typed before does not count
     std::uint32_t lastPress_ = 0;
-    bool started_ = false;
-    bool waiting_ = false;
+    bool activated_ = false;  // until then everything counts
+    bool waitsForQuiet_ = false;
 };
 
 }  // namespace korvanta

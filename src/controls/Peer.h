@@ -22,7 +22,7 @@ class TabStrip;
 class TextBox;
 class Timer;
 
-// What of a control has changed; its peer reads the new state from the control itself.
+// What has changed in a control. Its peer reads the new state from the control.
 enum class Aspect {
     Caption,  // caption, or the text of a text box
     Enabled,
@@ -35,8 +35,8 @@ enum class Aspect {
     TopMost,    // whether a form stays above other windows
 };
 
-// A control's likeness on the screen. The control owns it and tells it of changes; it hands what the user does to the
-// control's Handle... functions. It is destroyed before the control is.
+// What shows a control on the screen. The control owns its peer and tells it of changes; the peer calls the control's
+// Handle... functions when the user does something. It is destroyed before the control.
 class ControlPeer {
   public:
     virtual ~ControlPeer() = default;
@@ -48,18 +48,18 @@ class ControlPeer {
 class FormPeer : public ControlPeer {
   public:
     virtual void Show() = 0;
-    // Shows the form and runs messages until it is hidden (or the program ends); no other form takes input meanwhile.
+    // Shows the form and runs messages until it is hidden or the program ends. Other forms take no input meanwhile.
     virtual void ShowModal() = 0;
     virtual void Hide() = 0;
     virtual void BringToForeground() = 0;
-    // Inverts the caption and taskbar button once.
+    // Inverts the title bar and the taskbar button once.
     virtual void Flash() = 0;
-    // Shows the menu at the mouse pointer; the chosen entry's Click comes before it returns.
+    // Shows the menu at the mouse pointer. Before it returns it raises the Click of the chosen entry.
     virtual void ShowPopup(PopupMenu& menu) = 0;
     virtual WindowId Window() = 0;
 };
 
-// Makes peers. A control's parent has its peer before the control asks for its own; a null peer is allowed.
+// Makes peers. A container gets its peer before its children get theirs. A peer may be null.
 class PeerFactory {
   public:
     virtual ~PeerFactory() = default;

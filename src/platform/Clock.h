@@ -28,12 +28,12 @@ struct CalendarTime {
 class Clock {
   public:
     virtual ~Clock() = default;
-    // Local time; may jump either way when somebody sets the clock.
+    // Local time; jumps forward or back when somebody sets the clock.
     virtual DateTime Now() = 0;
     virtual CalendarTime Calendar(DateTime time) = 0;
     virtual std::u16string ShortDate(DateTime time) = 0;
     virtual std::u16string LongTime(DateTime time) = 0;
-    // "." or what the user's regional settings say.
+    // As in the user's regional settings, such as ".".
     virtual std::u16string DecimalSeparator() = 0;
 };
 

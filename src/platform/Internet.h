@@ -7,7 +7,7 @@
 
 namespace korvanta {
 
-// The body of a web response. Closed, with its session, when destroyed.
+// The body of a web response. Destroying it closes the body and its session.
 class InternetFile {
   public:
     virtual ~InternetFile() = default;
@@ -18,8 +18,8 @@ class InternetFile {
 class Internet {
   public:
     virtual ~Internet() = default;
-    // Opens a session with the system's pre-configured proxy settings under the agent name, and the URL in it,
-    // bypassing every cache. `file` is set only when 0 is returned.
+    // Opens a session under the agent name with the system's proxy settings, and in it the URL, past every cache.
+    // Returns a Windows error code; `file` is set only when it is 0.
     virtual std::uint32_t OpenUrl(const std::u16string& agent, const std::u16string& url,
                                   std::unique_ptr<InternetFile>& file) = 0;
 };

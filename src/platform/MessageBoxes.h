@@ -12,7 +12,7 @@ class MessageBoxes {
   public:
     virtual ~MessageBoxes() = default;
     // Shows the box in front of the program's active window and returns when the user has answered. Messages run
-    // meanwhile, timers included. A program that is ending answers Cancel (No for YesNo).
+    // meanwhile, timers too. While the program is ending the answer is Cancel (No for YesNo).
     virtual MessageAnswer Show(const std::u16string& text, const std::u16string& title, MessageButtons buttons,
                                MessageIcon icon) = 0;
 };

@@ -18,7 +18,7 @@
 
 namespace korvanta {
 
-// Everything the program asks of the system it runs on. The services outlive whoever holds this.
+// Everything the program asks of the system it runs on. The services live longer than whoever holds this.
 struct Platform {
     FileSystem& files;
     CodePage& codePage;

@@ -12,7 +12,7 @@ inline constexpr std::uint32_t set = 2;
 inline constexpr std::uint32_t full = 63;
 }  // namespace registryAccess
 
-// An open key; closed when destroyed. All results are Windows error codes, 0 is success.
+// An open key; closed when destroyed. All results are Windows error codes; 0 is success.
 class RegistryKey {
   public:
     virtual ~RegistryKey() = default;
@@ -32,7 +32,7 @@ class Registry {
     // Opens a key that exists. `access` is one of registryAccess. `key` is set only when 0 is returned.
     virtual std::uint32_t Open(RegistryHive hive, const std::u16string& subKey, std::uint32_t access,
                                std::unique_ptr<RegistryKey>& key) = 0;
-    // Opens a key and makes it first when it is missing. `key` is set only when 0 is returned.
+    // Opens a key; creates it when it is missing. `key` is set only when 0 is returned.
     virtual std::uint32_t Create(RegistryHive hive, const std::u16string& subKey, std::uint32_t access,
                                  std::unique_ptr<RegistryKey>& key) = 0;
 };

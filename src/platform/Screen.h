@@ -19,9 +19,9 @@ class Screen {
     virtual ~Screen() = default;
     // The whole primary screen, at 0/0.
     virtual Place WholeScreen() = 0;
-    // The part of the monitor with the mouse pointer that taskbars leave free.
+    // The monitor with the mouse pointer, less its taskbars.
     virtual Place WorkArea() = 0;
-    // The same of the monitor that has the most of the place, or is nearest to it.
+    // The same for the monitor that shows most of the place, or else is nearest to it.
     virtual Place WorkAreaAt(const Place& place) = 0;
     // 15 at 96 DPI, 7.5 at 192.
     virtual double TwipsPerPixel() = 0;

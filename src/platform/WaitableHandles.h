@@ -10,8 +10,8 @@ namespace korvanta {
 class WaitableHandles {
   public:
     virtual ~WaitableHandles() = default;
-    // WaitForMultipleObjects for any one of the handles, without waiting. The result is the call's own: the index of
-    // a signalled handle, 258 when none is, 0xFFFFFFFF for a failure (an empty list is one).
+    // WaitForMultipleObjects for any of the handles, with a time-out of 0. The result is the call's own: the index of a
+    // signalled handle, 258 when none is signalled, 0xFFFFFFFF on failure (an empty list is one).
     virtual std::uint32_t PollAny(const std::vector<ChangeHandle>& handles) = 0;
 };
 

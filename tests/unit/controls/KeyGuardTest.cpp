@@ -95,7 +95,7 @@ TEST_F(KeyGuardTest, AWindowThatTheUserTurnedToTakesKeysAtOnceButNotThoseHeldDow
 
 TEST_F(KeyGuardTest, AClickEndsTheWait) {
     guard.Activated(start, true);
-    guard.TurnedTo(start + 100);
+    guard.MousePressed(start + 100);
     EXPECT_FALSE(Press(letter, start + 99)) << "pressed before the click";
     EXPECT_TRUE(Press(letter, start + 101));
 }
@@ -103,7 +103,7 @@ TEST_F(KeyGuardTest, AClickEndsTheWait) {
 TEST_F(KeyGuardTest, AClickLaterOnTakesNoKeyAway) {
     guard.Activated(start, false);
     EXPECT_TRUE(Press(letter, start + 10));
-    guard.TurnedTo(start + 20);
+    guard.MousePressed(start + 20);
     EXPECT_TRUE(Repeat(letter, start + 30));
     EXPECT_TRUE(guard.TakesRelease(letter));
 }

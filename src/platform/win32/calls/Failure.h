@@ -6,7 +6,7 @@
 
 namespace korvanta {
 
-// The error number of the Windows call that has just failed; never 0, also where a call fails without naming a reason.
+// The error number of the Windows call that has just failed. Never 0, even when the call has set no error.
 inline std::uint32_t FailureCode() {
     const DWORD code = ::GetLastError();
     return code == ERROR_SUCCESS ? ERROR_GEN_FAILURE : code;

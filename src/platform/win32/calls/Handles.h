@@ -6,8 +6,7 @@
 
 namespace korvanta {
 
-// Owns one handle: move-only, closed once. `Traits` names the handle's type, the value that stands for none, and how
-// it is closed.
+// Owns one handle and closes it once. `Traits` has the handle's type, the value for no handle, and how to close it.
 template <class Traits>
 class Handle {
   public:
@@ -26,9 +25,9 @@ class Handle {
 
     Value Get() const { return value_; }
     explicit operator bool() const { return value_ != Traits::None(); }
-    // Gives the handle to the caller, unclosed.
+    // Gives the open handle to the caller.
     Value Release() { return std::exchange(value_, Traits::None()); }
-    // False when closing itself failed; holding none is no failure.
+    // Closes the old handle and takes the new one. False when closing failed; true when there was nothing to close.
     bool Reset(Value value = Traits::None()) {
         const Value old = std::exchange(value_, value);
         return old == Traits::None() || Traits::Close(old);
@@ -101,7 +100,7 @@ using WindowHandle = Handle<WindowTraits>;
 using MemoryContext = Handle<MemoryContextTraits>;  // from CreateCompatibleDC
 using ScreenContext = Handle<ScreenContextTraits>;  // from GetDC(nullptr)
 
-// Puts an object into a drawing context while it lives, and the old one back.
+// Selects an object into a drawing context; restores the former one when destroyed.
 class Selection {
   public:
     Selection(HDC context, HGDIOBJ object) : context_(context), old_(::SelectObject(context, object)) {}

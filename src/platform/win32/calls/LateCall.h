@@ -4,8 +4,8 @@
 
 namespace korvanta {
 
-// A call that not every Windows has, looked up in a library that the program has loaded already; null where it lacks.
-// `Function` is the call's pointer type.
+// A function that not every Windows has, looked up in a library that is loaded already. Null on a Windows without it.
+// `Function` is its pointer type.
 template <class Function>
 Function LateCall(const char* library, const char* name) {
     const HMODULE module = ::GetModuleHandleA(library);

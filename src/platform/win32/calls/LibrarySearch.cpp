@@ -6,12 +6,12 @@ namespace korvanta {
 
 void SearchLibrariesInSystemFolder() {
     constexpr const char* kernel = "kernel32.dll";
-    // From Windows 8 on, and on older ones down to Vista with an update.
+    // Windows 8 and later; with an update, Vista and 7 too.
     constexpr DWORD systemFolder = 0x800;  // LOAD_LIBRARY_SEARCH_SYSTEM32
     if (const auto setFolders = LateCall<BOOL(WINAPI*)(DWORD)>(kernel, "SetDefaultDllDirectories")) {
         setFolders(systemFolder);
     }
-    // From XP on: at least not in the current folder.
+    // XP and later: at least leaves the current folder out.
     if (const auto setFolder = LateCall<BOOL(WINAPI*)(const char*)>(kernel, "SetDllDirectoryA")) {
         setFolder("");
     }

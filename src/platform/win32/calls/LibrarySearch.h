@@ -2,9 +2,9 @@
 
 namespace korvanta {
 
-// From now on libraries that are asked for by name alone come from the system's own folder: not from the program's
-// folder or the current one, where somebody else may have put one of that name. Older Windows can do less of this, or
-// nothing. What the program links was loaded before.
+// From now on Windows searches libraries without a path only in the system's own folder. In the program's folder and in
+// the current one somebody else may have put a library of the same name. Older versions of Windows offer less of this,
+// or nothing. The libraries that the program links are loaded before this can be called.
 void SearchLibrariesInSystemFolder();
 
 }  // namespace korvanta

@@ -32,7 +32,7 @@ HWND MessageBoxOf(HWND window) {
     while (window && (textCalls::WindowData(window, GWL_STYLE) & WS_CHILD) != 0) {
         window = ::GetParent(window);
     }
-    constexpr ATOM dialogClass = 0x8002;  // what Windows makes its own dialogs of
+    constexpr ATOM dialogClass = 0x8002;  // the class of Windows' own dialogs
     return window && ::GetClassLongA(window, GCW_ATOM) == dialogClass ? window : nullptr;
 }
 

@@ -6,8 +6,7 @@
 
 namespace korvanta {
 
-// The system's handles are significant in their lower 32 bits, sign-extended, on every Windows; so they are numbers
-// above the seam.
+// A handle of Windows fits into 32 bits, sign-extended, also on 64-bit Windows. So above the seam handles are numbers.
 inline std::int32_t FromSystemHandle(HANDLE handle) {
     return static_cast<std::int32_t>(reinterpret_cast<std::intptr_t>(handle));
 }

@@ -30,14 +30,14 @@ wchar_t* WideBuffer(std::u16string& text) {
     return reinterpret_cast<wchar_t*>(text.data());
 }
 
-// A single-byte record has the layout of its wide sister; only its texts are of another type.
+// The A and the W form of a record have the same layout; only their text pointers differ in type.
 template <class To, class From>
 const To& SameLayout(const From& record) {
     static_assert(sizeof(To) == sizeof(From));
     return reinterpret_cast<const To&>(record);
 }
 
-// The single-byte call's text: bytes that stay alive until the end of the full expression.
+// A text as an argument of a single-byte call.
 class Bytes {
   public:
     explicit Bytes(std::u16string_view text) : bytes_(ToCodePage(text)) {}
@@ -57,7 +57,7 @@ bool IsWindows9x() {
 std::string ToCodePage(std::u16string_view text) {
     const auto* wide = reinterpret_cast<const wchar_t*>(text.data());
     const int length = Length(text.size());
-    // Windows 95 and code pages like UTF-8 refuse the flag and the substitute; UTF-8 needs neither.
+    // Windows 95 and code pages like UTF-8 refuse the flag and the substitute, so the second attempt is without them.
     for (const auto& [flags, substitute] : {std::pair{noLookAlikes, "?"}, std::pair<DWORD, const char*>{0, nullptr}}) {
         const int size = ::WideCharToMultiByte(CP_ACP, flags, wide, length, nullptr, 0, substitute, nullptr);
         if (size > 0) {
@@ -122,7 +122,7 @@ void CopyNative(std::u16string_view text, wchar_t* buffer, std::size_t capacity)
         return;
     }
     if (IsWindows9x()) {
-        // Fewer characters until the bytes fit: a double-byte character must not be cut in half.
+        // Drops characters until the bytes fit, so that no double-byte character is cut in half.
         std::string bytes = ToCodePage(text.substr(0, capacity - 1));
         for (std::size_t length = std::min(text.size(), capacity - 1); bytes.size() >= capacity; --length) {
             bytes = ToCodePage(text.substr(0, length - 1));
@@ -202,7 +202,7 @@ std::u16string ReadText(HWND window, UINT lengthMessage, UINT textMessage, WPARA
         return {};
     }
     std::vector<wchar_t> buffer(static_cast<std::size_t>(length) + 1);
-    // WM_GETTEXT is told the buffer's size; the others fill what they said.
+    // WM_GETTEXT takes the buffer's size; the other messages rely on the length that they have told.
     Send(window, textMessage, textMessage == WM_GETTEXT ? buffer.size() : wParam,
          reinterpret_cast<LPARAM>(buffer.data()));
     return FromNative(buffer.data());
@@ -307,7 +307,7 @@ SIZE TextExtent(HDC context, const std::u16string& text) {
 bool SameIgnoringCase(std::u16string_view one, std::u16string_view other) {
     NativeText left(one);
     NativeText right(other);
-    // Lengths up to the terminating zero, which an empty text has too.
+    // -1: up to the terminating zero. A length of 0, for an empty text, would be an error.
     const int same =
         IsWindows9x()
             ? ::CompareStringA(LOCALE_USER_DEFAULT, NORM_IGNORECASE, reinterpret_cast<const char*>(left.Pointer()), -1,
@@ -362,7 +362,7 @@ std::u16string TemporaryFolder() {
 }
 
 std::u16string ProgramFile() {
-    // As long as a path can be anywhere: the program may lie deeper than MAX_PATH.
+    // The longest path that Windows allows: the program may lie deeper than MAX_PATH.
     std::vector<wchar_t> buffer(32768);
     const DWORD size = static_cast<DWORD>(buffer.size() - 1);
     IsWindows9x() ? ::GetModuleFileNameA(nullptr, reinterpret_cast<char*>(buffer.data()), size)
@@ -386,7 +386,7 @@ LONG QueryValue(HKEY key, const std::u16string& name, DWORD& type, std::vector<u
         DWORD size = static_cast<DWORD>(data.size());
         const LONG result = IsWindows9x() ? ::RegQueryValueExA(key, Bytes(name), nullptr, &type, data.data(), &size)
                                           : ::RegQueryValueExW(key, Wide(name), nullptr, &type, data.data(), &size);
-        // A value that somebody makes longer meanwhile is asked for again.
+        // Somebody may make the value longer between two calls; then it is asked for again.
         if (result != ERROR_MORE_DATA || size <= data.size()) {
             data.resize(result == ERROR_SUCCESS ? size : 0);
             return result;
@@ -404,7 +404,7 @@ LONG SetValue(HKEY key, const std::u16string& name, DWORD type, const void* data
 
 namespace {
 
-// Both name calls take a buffer and its size and leave in it the name and a zero; what lies behind stays.
+// Both calls put the name and a zero into the buffer and leave the rest of it as it is.
 template <class SingleByteCall, class WideCall>
 DWORD FillName(std::u16string& name, SingleByteCall singleByteCall, WideCall wideCall) {
     DWORD size = nameBuffer;

@@ -6,15 +6,16 @@
 #include <string_view>
 #include <vector>
 
-// The one place that chooses between the wide and the single-byte calls of Windows: the NT family gets the wide ones,
-// Windows 95/98/Me, where those are stubs, the single-byte ones. Everything else in this folder hands over UTF-16 and
-// calls these. Functions named after a call take and give what that call does; failures are left in GetLastError.
+// The one place that chooses between the wide (W) and the single-byte (A) calls of Windows: wide ones on the NT family,
+// single-byte ones on Windows 95, 98 and Me, where the wide ones are stubs. The rest of the adapter passes UTF-16 to
+// these functions. A function that is named after a call takes and returns what that call does, and leaves a failure in
+// GetLastError.
 namespace korvanta::textCalls {
 
 // Whether this is Windows 95, 98 or Me.
 bool IsWindows9x();
 
-// What the code page lacks becomes "?", never a look-alike: a name must not turn into another name.
+// A character that the code page lacks becomes "?" and never a similar one, which could turn a name into another name.
 std::string ToCodePage(std::u16string_view text);
 std::u16string FromCodePage(std::string_view bytes);
 
@@ -23,16 +24,16 @@ inline const wchar_t* Wide(const std::u16string& text) {
 }
 std::u16string FromWide(const wchar_t* text, std::size_t length);
 
-// A text as the running Windows takes it. Records that differ only in the type of their text pointer (LVITEMA and
-// LVITEMW, TCITEMA and TCITEMW) are filled in their wide form with Pointer() and sent with the message that Choose
-// picks.
+// A text as the running Windows takes it. Some records differ between A and W only in the type of their text pointer
+// (LVITEMA and LVITEMW, TCITEMA and TCITEMW): fill the wide record, with Pointer() as its text, and send it with the
+// message that Choose picks.
 class NativeText {
   public:
     explicit NativeText(std::u16string_view text);
-    // Zero-terminated: UTF-16, or bytes of the code page on Windows 9x. Lives as long as this object.
+    // Zero-terminated: UTF-16, or on Windows 9x bytes of the code page. Valid as long as this object.
     wchar_t* Pointer();
     LPARAM Parameter() { return reinterpret_cast<LPARAM>(Pointer()); }
-    // Bytes without and with the terminating zero.
+    // In bytes, without and with the terminating zero.
     std::size_t Size() const;
     std::size_t SizeWithZero() const;
 
@@ -46,15 +47,16 @@ Value Choose(Value singleByte, Value wide) {
     return IsWindows9x() ? singleByte : wide;
 }
 
-// Texts that Windows gave in a buffer: up to the first zero, or `size` bytes as they are.
+// A text that Windows has put into a buffer: up to its first zero, or all of `size` bytes.
 std::u16string FromNative(const wchar_t* zeroTerminated);
 std::u16string FromNativeBytes(const void* bytes, std::size_t size);
-// Puts the text, cut to fit and zero-terminated, into a buffer of so many characters that Windows reads natively.
+// Copies the text, cut to fit and zero-terminated, into a buffer of Windows. `capacity` is in characters of the running
+// Windows.
 void CopyNative(std::u16string_view text, wchar_t* buffer, std::size_t capacity);
-// The character behind a WM_CHAR message; 0 for half of a double-byte one.
+// The character of a WM_CHAR message; 0 for the first half of a double-byte character.
 char16_t TypedCharacter(WPARAM wParam);
 
-// Windows. The record is wide; its class name is ASCII and its menu none or a number.
+// Windows. The class's name is ASCII, and its menu is none or a number.
 ATOM RegisterWindowClass(const WNDCLASSEXW& windowClass);
 HWND MakeWindow(DWORD extendedStyle, const wchar_t* asciiClassName, const std::u16string& text, DWORD style, int x,
                 int y, int width, int height, HWND parent, HMENU menuOrIdentifier, void* parameter);
@@ -62,9 +64,9 @@ std::u16string WindowText(HWND window);
 void SetText(HWND window, const std::u16string& text);
 std::u16string ClassName(HWND window);
 LRESULT Send(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
-// A message whose lParam is a text (CB_ADDSTRING, EM_REPLACESEL).
+// For messages whose lParam is a text (CB_ADDSTRING, EM_REPLACESEL).
 LRESULT SendText(HWND window, UINT message, WPARAM wParam, const std::u16string& text);
-// A text that is asked for in two messages, its length and the text itself (CB_GETLBTEXTLEN and CB_GETLBTEXT).
+// For texts that take two messages, one for the length and one for the text (CB_GETLBTEXTLEN and CB_GETLBTEXT).
 std::u16string ReadText(HWND window, UINT lengthMessage, UINT textMessage, WPARAM wParam);
 bool Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
 UINT RegisterMessage(const wchar_t* asciiName);
@@ -81,19 +83,19 @@ void Dispatch(const MSG& message);
 bool IsDialogKey(HWND dialog, MSG& message);
 
 // Drawing. `flags` are those of DrawText.
-// The user's font for messages, which Windows tells for the system's resolution, in another one.
+// The user's message font, scaled from the system's resolution, for which Windows gives it, to `dotsPerInch`.
 HFONT MakeMessageFont(bool bold, int dotsPerInch, int systemDotsPerInch);
 int Draw(HDC context, const std::u16string& text, RECT& place, UINT flags);
 SIZE TextExtent(HDC context, const std::u16string& text);
 
-// Whether two texts are the same to the user, who types without minding case.
+// Whether two texts differ at most in case, by the user's locale.
 bool SameIgnoringCase(std::u16string_view one, std::u16string_view other);
 
 // Files.
 HANDLE OpenPath(const std::u16string& path, DWORD access, DWORD sharing, DWORD disposition);
 DWORD PathAttributes(const std::u16string& path);  // INVALID_FILE_ATTRIBUTES is failure
 bool SetPathAttributes(const std::u16string& path, DWORD attributes);
-// The entry of a file or folder; a path with wildcards finds the first that fits.
+// The directory entry of a file or folder; with wildcards, of the first match.
 bool FindPath(const std::u16string& path, DWORD& attributes, FILETIME& lastWrite);
 bool CopyPath(const std::u16string& from, const std::u16string& to);
 bool DeletePath(const std::u16string& path);

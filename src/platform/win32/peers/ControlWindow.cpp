@@ -7,7 +7,7 @@ namespace korvanta {
 
 namespace {
 
-// Where a child window keeps its peer.
+// The property of a child window that holds its peer.
 constexpr const char* peerProperty = "KorvantaPeer";
 
 }  // namespace
@@ -18,12 +18,12 @@ ControlWindow::ControlWindow(Control& control, HostWindow& host)
 ControlWindow::~ControlWindow() {
     if (window_) {
         const HWND window = window_;
-        LetGo();
+        Unlink();
         EndWindow(window, *form_);
     }
 }
 
-void ControlWindow::LetGo() {
+void ControlWindow::Unlink() {
     ::RemovePropA(window_, peerProperty);
     UnnameWindow(window_, control_.Name());
     textCalls::SetWindowData(window_, GWL_WNDPROC, reinterpret_cast<LONG>(native_));
@@ -54,7 +54,7 @@ void ControlWindow::Create(const wchar_t* className, DWORD style, DWORD extended
     native_ = reinterpret_cast<WNDPROC>(
         textCalls::SetWindowData(window_, GWL_WNDPROC, reinterpret_cast<LONG>(&ControlWindow::EveryMessage)));
     Send(WM_SETFONT, reinterpret_cast<WPARAM>(UsedFonts().Get(Bold())), FALSE);
-    host_.Rearranged();
+    host_.ChildrenMoved();
 }
 
 LRESULT CALLBACK ControlWindow::EveryMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -70,15 +70,15 @@ LRESULT ControlWindow::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_NCDESTROY) {
         const HWND window = window_;
         const WNDPROC native = native_;
-        LetGo();
+        Unlink();
         return textCalls::CallProcedure(native, window, message, wParam, lParam);
     }
     LRESULT result = 0;
-    Native(message, wParam, lParam, result);
+    PassToClass(message, wParam, lParam, result);
     return result;
 }
 
-bool ControlWindow::Native(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+bool ControlWindow::PassToClass(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     const std::weak_ptr<void> alive = alive_;
     result = textCalls::CallProcedure(native_, window_, message, wParam, lParam);
     return !alive.expired();
@@ -107,12 +107,12 @@ void ControlWindow::Changed(Aspect aspect) {
             if (hadFocus && !control_.Visible()) {
                 PassFocusOn();
             }
-            host_.Rearranged();
+            host_.ChildrenMoved();
             break;
         }
         case Aspect::Place:
             ShowPlace();
-            host_.Rearranged();
+            host_.ChildrenMoved();
             break;
         case Aspect::Colors:
             Invalidate();
@@ -140,7 +140,7 @@ void ControlWindow::ShowPlace() {
     const int height = place.bottom - place.top;
     RECT now{};
     ::GetWindowRect(window_, &now);
-    // Text that is centered, at the right or cut off looks different in another size; Windows would keep the old one.
+    // In another size text that is centered, right-aligned or cut off has to be drawn again; Windows would copy it.
     const bool resized = now.right - now.left != width || now.bottom - now.top != height;
     ::SetWindowPos(window_, nullptr, place.left, place.top, width, height,
                    SWP_NOZORDER | SWP_NOACTIVATE | (resized ? SWP_NOCOPYBITS : 0U));
@@ -150,7 +150,7 @@ void ControlWindow::TakeFocus() {
     textCalls::Send(form_->window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window_), TRUE);
 }
 
-// Without a window these would repaint every window of the screen.
+// A null window would mean every window on the screen, here and in Invalidate.
 void ControlWindow::Repaint() {
     if (window_) {
         ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
@@ -168,7 +168,7 @@ bool ControlWindow::HasFocusInside() const {
     return focus && (focus == window_ || ::IsChild(window_, focus));
 }
 
-// The keyboard must not stay with a window that takes no keys.
+// A disabled or hidden window takes no keys, so it must not keep the focus.
 void ControlWindow::PassFocusOn() const {
     const HWND next = ::GetNextDlgTabItem(form_->window, window_, FALSE);
     if (next && next != window_) {

@@ -12,8 +12,8 @@
 
 namespace korvanta {
 
-// The child window of one control: caption, place, enabled and visible follow the control; derived peers add the rest.
-// A peer may be ended inside any call of a Handle function of its control, and touches nothing of its own after it.
+// The child window of one control. Its caption, place, enabled and visible state follow the control; derived peers add
+// the rest. Any Handle... function of the control can destroy the peer, so a peer uses no member of its own after it.
 class ControlWindow : public ControlPeer {
   public:
     ControlWindow(const ControlWindow&) = delete;
@@ -25,27 +25,27 @@ class ControlWindow : public ControlPeer {
     void Repaint() override;
 
     HWND Window() const { return window_; }
-    // The peer of a child window; none for windows that are not a control's.
+    // The peer of a child window; null for a window that is no control's.
     static ControlWindow* Of(HWND window);
 
-    // What the parent window is told: the code of a WM_COMMAND, a WM_NOTIFY (true when `result` is its answer),
-    // WM_DRAWITEM, and the question for the colors (null for those Windows uses).
+    // Messages about this window that Windows sends to its parent: WM_COMMAND with its code, WM_NOTIFY (true when
+    // `result` is the answer), WM_DRAWITEM, and WM_CTLCOLOR... (null for the colors of Windows).
     virtual void Commanded(int /*code*/) {}
     virtual bool Notified(NMHDR& /*notice*/, LRESULT& /*result*/) { return false; }
     virtual void Draw(const DRAWITEMSTRUCT& /*item*/) {}
     virtual HBRUSH Colors(HDC /*context*/) { return nullptr; }
-    // The program's fonts and resolution are others; what was made for the old ones is made anew.
+    // Fonts or resolution have changed; what was made for the old ones has to be made again.
     virtual void FontsChanged();
 
   protected:
     ControlWindow(Control& control, HostWindow& host);
-    // Makes the window, with the control's name, font and state. Called once, by the derived constructor.
+    // Makes the window. Called once, by the derived constructor.
     void Create(const wchar_t* className, DWORD style, DWORD extendedStyle = 0);
 
-    // Every message of the window; what a derived peer does not use goes to the base.
+    // Gets every message of the window. An override passes on to its base what it does not use itself.
     virtual LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam);
-    // Hands the message to the window's own kind. False when that has ended the peer.
-    bool Native(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    // Passes the message to the procedure of the window's class. False when that has destroyed the peer.
+    bool PassToClass(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
 
     virtual void ShowCaption();
     virtual void ShowPlace();
@@ -53,7 +53,7 @@ class ControlWindow : public ControlPeer {
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     void Invalidate() const;
 
-    // Answers for Colors: on the container's background, or on the control's own color.
+    // Answers for Colors: the container's background, or the control's own.
     HBRUSH TransparentColors(HDC context);
     HBRUSH OwnColors(HDC context);
 
@@ -61,12 +61,13 @@ class ControlWindow : public ControlPeer {
     HostWindow& Host() const { return host_; }
     const std::shared_ptr<FormWindows>& Form() const { return form_; }
     const Fonts& UsedFonts() const { return form_->program->fonts; }
-    // Expires with the peer.
+    // Expires when the peer is destroyed.
     std::weak_ptr<void> Alive() const { return alive_; }
 
   private:
     static LRESULT CALLBACK EveryMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    void LetGo();
+    // Separates this object from its window.
+    void Unlink();
     bool HasFocusInside() const;
     void PassFocusOn() const;
 

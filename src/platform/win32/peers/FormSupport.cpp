@@ -8,7 +8,8 @@ namespace korvanta {
 
 namespace {
 
-// Whoever asks all windows of the program to close must not take the forms away that this one owns.
+// Other programs (the Task Manager) can close all windows of the program. Destroying the owner would destroy the forms
+// that it owns, so it ignores WM_CLOSE.
 LRESULT CALLBACK OwnerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     return message == WM_CLOSE ? 0 : textCalls::DefaultProcedure(window, message, wParam, lParam);
 }
@@ -27,7 +28,7 @@ BOOL CALLBACK TellOne(HWND window, LPARAM parameter) {
 
 }  // namespace
 
-HWND OwnerOfHiddenButtons(ProgramWindows& program) {
+HWND OwnerOfFormsWithoutButton(ProgramWindows& program) {
     if (!program.owner) {
         const std::u16string ownerClass = u"Korvanta.Owner";
         RegisterPlainClass(ownerClass, &OwnerProcedure);

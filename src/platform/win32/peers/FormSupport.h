@@ -8,15 +8,16 @@ namespace korvanta {
 
 struct ProgramWindows;
 
-// Identifiers of the entries of a popup menu, in their order.
+// The identifier of a popup menu's first entry; the others follow in order.
 inline constexpr int firstMenuIdentifier = 0x9000;
 
-// The hidden window that owns forms which show no button in the taskbar; made when it is first asked for.
-HWND OwnerOfHiddenButtons(ProgramWindows& program);
+// The hidden window that owns the forms without a taskbar button: Windows gives no button to a window that is owned.
+// Made when it is first asked for.
+HWND OwnerOfFormsWithoutButton(ProgramWindows& program);
 void FillMenu(HMENU handle, const PopupMenu& menu);
-// Where a text box takes the focus, as dialogs do.
+// Selects the text when the control is a text box, as dialogs do with the one that gets the focus.
 void SelectWholeText(HWND control);
-// Tells all windows below of a message that Windows sends top-level windows only.
+// Sends all windows below a message that Windows sends to top-level windows only.
 void TellDescendants(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 }  // namespace korvanta

@@ -12,7 +12,7 @@ namespace korvanta {
 
 namespace {
 
-// The names are ASCII, and a window's properties are the same for both kinds of call.
+// The names are ASCII, so the single-byte calls will do on every Windows.
 std::string PropertyName(const std::u16string& name) {
     return textCalls::ToCodePage(u"Korvanta." + name);
 }
@@ -22,7 +22,7 @@ bool Holds(const Place& outer, const Place& inner) {
            inner.Bottom() <= outer.Bottom();
 }
 
-// Moves a context's origin while it lives.
+// Moves a context's origin; moves it back when destroyed.
 class ShiftedOrigin {
   public:
     ShiftedOrigin(HDC context, int right, int down) : context_(context) {
@@ -45,7 +45,7 @@ void EndWindow(HWND window, const FormWindows& form) {
         return;
     }
     ::ShowWindow(window, SW_HIDE);
-    // With its peer gone nobody but Windows handles this, and destroys the window.
+    // The peer is gone, so the message gets to the default procedure, which destroys the window.
     textCalls::Post(window, WM_CLOSE);
 }
 
@@ -113,7 +113,7 @@ HBRUSH HostWindow::BrushBehind(const Control& child, HWND childWindow, HDC conte
     return keeper.Get();
 }
 
-void HostWindow::Rearranged() const {
+void HostWindow::ChildrenMoved() const {
     for (const Control* child : Content().Children()) {
         if (auto* tabs = dynamic_cast<WindowsTabStrip*>(child->Peer())) {
             tabs->LeaveOut(Content());
@@ -121,7 +121,7 @@ void HostWindow::Rearranged() const {
     }
 }
 
-bool HostWindow::HandOn(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+bool HostWindow::PassToChild(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     switch (message) {
         case WM_COMMAND:
             if (ControlWindow* child = ControlWindow::Of(reinterpret_cast<HWND>(lParam))) {

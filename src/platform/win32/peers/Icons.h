@@ -4,7 +4,7 @@
 
 namespace korvanta {
 
-// An icon of the program's resources (Resources.h), in pixels; none on failure.
+// An icon of the program's resources (Resources.h). The size is in pixels. Null on failure.
 IconHandle LoadProgramIcon(int resource, int width, int height);
 
 }  // namespace korvanta

@@ -17,7 +17,7 @@ using DrawCall = HRESULT(WINAPI*)(HANDLE, HDC, int, int, const RECT*, const RECT
 }  // namespace
 
 TabTheme::TabTheme(HWND window) {
-    // A program may be themed while its own controls, made by an older library, are not: both are asked.
+    // The first tells of the user's desktop, the second of this program, whose controls may come from an older library.
     const auto isThemed = LateCall<ThemedCall>(themeLibrary, "IsThemeActive");
     const auto isProgramThemed = LateCall<ThemedCall>(themeLibrary, "IsAppThemed");
     const auto open = LateCall<OpenCall>(themeLibrary, "OpenThemeData");

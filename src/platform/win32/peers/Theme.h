@@ -4,7 +4,7 @@
 
 namespace korvanta {
 
-// The visual style of tab strips, where this Windows has one and the user wants it.
+// The visual style of tab strips; false where Windows has none or the user has turned it off.
 class TabTheme {
   public:
     explicit TabTheme(HWND window);

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/win32/calls/PlainWindows.h"
 #include "platform/win32/calls/TextCalls.h"
 #include "platform/win32/peers/Colors.h"
 #include "platform/win32/peers/Icons.h"
@@ -17,14 +18,14 @@ constexpr UINT lastListMessage = LVM_FIRST + 0xFF;
 bool NeedsRows(UINT message) {
     return message == WM_PAINT || message == WM_PRINT || message == WM_SHOWWINDOW || message == WM_SIZE ||
            message == WM_SETFOCUS || message == WM_VSCROLL || message == WM_HSCROLL || message == WM_GETOBJECT ||
-           (message >= WM_KEYFIRST && message <= WM_KEYLAST) || (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
+           IsKeyMessage(message) || (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
            (message >= LVM_FIRST && message <= lastListMessage);
 }
 
 bool IsUse(UINT message) {
-    return message == WM_SIZE || message == WM_VSCROLL || message == WM_HSCROLL ||
-           (message >= WM_KEYFIRST && message <= WM_KEYLAST) || (message > WM_MOUSEMOVE && message <= WM_MOUSELAST) ||
-           message == LVM_SCROLL || message == LVM_ENSUREVISIBLE || message == LVM_SETITEMSTATE;
+    return message == WM_SIZE || message == WM_VSCROLL || message == WM_HSCROLL || IsKeyMessage(message) ||
+           (message > WM_MOUSEMOVE && message <= WM_MOUSELAST) || message == LVM_SCROLL ||
+           message == LVM_ENSUREVISIBLE || message == LVM_SETITEMSTATE;
 }
 
 }  // namespace
@@ -55,12 +56,12 @@ void VirtualList::MakeImages() {
 void VirtualList::FontsChanged() {
     MakeImages();
     ControlWindow::FontsChanged();
-    Stale();
+    MarkStale();
 }
 
 void VirtualList::Changed(Aspect aspect) {
     if (aspect == Aspect::Content || aspect == Aspect::Selection) {
-        Stale();
+        MarkStale();
         return;
     }
     if (aspect == Aspect::Colors) {
@@ -69,7 +70,7 @@ void VirtualList::Changed(Aspect aspect) {
     ControlWindow::Changed(aspect);
 }
 
-// List views keep their colors and do not ask.
+// A list view stores its colors; it does not ask for them with WM_CTLCOLOR...
 void VirtualList::ShowColors() const {
     const auto background = static_cast<LPARAM>(ScreenColor(Owner().BackColor()));
     Send(LVM_SETBKCOLOR, 0, background);
@@ -77,7 +78,7 @@ void VirtualList::ShowColors() const {
     Send(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(TextColor(Owner())));
 }
 
-void VirtualList::Stale() {
+void VirtualList::MarkStale() {
     stale_ = true;
     Invalidate();
 }
@@ -96,7 +97,7 @@ void VirtualList::TakeOverNow() {
 void VirtualList::SetRowCount(int count) {
     const int old = Ask(LVM_GETITEMCOUNT);
     if (count != old) {
-        // Rows are only ever added at the end; what is in view need not move.
+        // Rows are added only at the end, so the rows in view stay as they are.
         const LPARAM flags = count > old ? LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL : 0;
         Send(LVM_SETITEMCOUNT, static_cast<WPARAM>(count), flags);
     }
@@ -104,7 +105,7 @@ void VirtualList::SetRowCount(int count) {
 
 void VirtualList::SelectRow(int row, bool select) {
     LVITEMW item{};
-    // The focus stays where it was, for the keyboard goes on from there.
+    // A row that is deselected keeps the focus mark, since the keyboard goes on from there.
     item.stateMask = select ? LVIS_SELECTED | LVIS_FOCUSED : LVIS_SELECTED;
     item.state = select ? item.stateMask : 0;
     const ReentryFlag::Scope takingOver(takingOver_);
@@ -119,7 +120,7 @@ LRESULT VirtualList::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
         TakeOverNow();
     }
     if (Frozen() && message == WM_PAINT) {
-        // Half-filled rows are not for the eye; what is uncovered meanwhile is painted when the list is whole.
+        // The rows are only half filled. What should be painted now is painted when the list is complete.
         ::ValidateRect(Window(), nullptr);
         stale_ = true;
         return 0;
@@ -134,8 +135,8 @@ LRESULT VirtualList::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
         ShowColors();
     }
     LRESULT result = 0;
-    if (Native(message, wParam, lParam, result) && IsUse(message) && !Frozen()) {
-        Used();
+    if (PassToClass(message, wParam, lParam, result) && IsUse(message) && !Frozen()) {
+        AfterUse();
     }
     return result;
 }
@@ -167,7 +168,7 @@ bool VirtualList::Notified(NMHDR& notice, LRESULT& result) {
     }
 }
 
-// Typing finds the next row that begins so.
+// The next row that begins with what the user has typed.
 int VirtualList::FindRow(const NMLVFINDITEMW& wanted) const {
     constexpr int nothing = -1;
     if ((wanted.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) == 0 || !wanted.lvfi.psz) {
@@ -188,7 +189,7 @@ int VirtualList::FindRow(const NMLVFINDITEMW& wanted) const {
 ImageList::ImageList(int width, int height)
     : width_(width),
       height_(height),
-      // Old displays take pictures in their own format best.
+      // On Windows 9x images in the display's own format look best.
       list_(::ImageList_Create(width_, height_, ILC_MASK | textCalls::Choose<UINT>(ILC_COLORDDB, ILC_COLOR32), 2, 2)) {}
 
 void ImageList::Add(int iconResource) {

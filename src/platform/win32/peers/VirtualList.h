@@ -24,7 +24,7 @@ class ImageList {
     HIMAGELIST Get() const { return list_; }
     int Width() const { return width_; }
 
-    // The index that shows none.
+    // The index of no image.
     static constexpr int none = -1;
 
   private:
@@ -33,8 +33,8 @@ class ImageList {
     HIMAGELIST list_;
 };
 
-// A list view window that asks for the rows it shows. Changes are gathered: the window takes them over when it is next
-// painted, used or asked, however many there were.
+// A list view window that asks for the texts of the rows it shows. A change only marks it stale: it takes over the
+// control's state once when it is next painted, used or asked, however many changes there were.
 class VirtualList : public ControlWindow {
   public:
     void Changed(Aspect aspect) override;
@@ -46,33 +46,34 @@ class VirtualList : public ControlWindow {
     using ControlWindow::ControlWindow;
     void CreateList(DWORD style);
 
-    // Shows pictures of the size that is right now, and a blank one behind them for rows that show none.
+    // The images of the rows, in the size for the present resolution. A blank one follows them, for rows without an
+    // image.
     void ShowImages(std::initializer_list<int> iconResources);
     int ImageWidth() const { return images_ ? images_->Width() : 0; }
 
-    // Shows the control's state in the window.
+    // Brings the window up to the control's state.
     virtual void TakeOver() = 0;
-    // Whether the window must stay as it is for now.
+    // Whether the window has to stay as it is for now.
     virtual bool Frozen() const { return false; }
-    // After the user has done something that may have moved rows or the selection.
-    virtual void Used() {}
-    // What the window asks for a row, counted from 0.
+    // Called when the user has done something that may have scrolled the rows or moved the selection.
+    virtual void AfterUse() {}
+    // What the window asks for. Rows count from 0, without the header.
     virtual std::u16string_view RowText(int row, int column) const = 0;
     virtual int RowImage(int row) const = 0;
     virtual int RowCount() const = 0;
 
     LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
     void ShowCaption() override {}
-    // The state has changed: TakeOver will run.
-    void Stale();
-    // Now, if there is something to take over.
+    // The control's state has changed: TakeOver will run.
+    void MarkStale();
+    // Runs TakeOver now, if the window is stale and not frozen.
     void TakeOverNow();
     bool IsStale() const { return stale_; }
-    // Whether TakeOver is at work, so that what the window says is an echo.
+    // Whether the program is changing the window, so that its notifications do not come from the user.
     bool TakingOver() const { return takingOver_.IsSet(); }
 
     void SetRowCount(int count);
-    // Without an echo.
+    // Its notifications do not count as the user's.
     void SelectRow(int row, bool select);
     int Ask(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
         return static_cast<int>(Send(message, wParam, lParam));

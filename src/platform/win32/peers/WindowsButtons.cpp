@@ -6,7 +6,7 @@ namespace korvanta {
 
 namespace {
 
-constexpr LPARAM fromKeyboard = -1;  // the place of a WM_CONTEXTMENU that no mouse made
+constexpr LPARAM fromKeyboard = -1;  // the position in a WM_CONTEXTMENU that comes from the keyboard
 
 }  // namespace
 
@@ -40,14 +40,14 @@ void WindowsCommandButton::FocusCameOrWent(bool came) {
         return;
     }
     ShowDefault(came);
-    if (auto* usual = dynamic_cast<WindowsCommandButton*>(ControlWindow::Of(Form()->defaultButton))) {
-        usual->ShowDefault(!came);
+    if (auto* defaultButton = dynamic_cast<WindowsCommandButton*>(ControlWindow::Of(Form()->defaultButton))) {
+        defaultButton->ShowDefault(!came);
     }
 }
 
 LRESULT WindowsCommandButton::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == BM_SETSTYLE && !changingStyle_.IsSet()) {
-        return 0;  // the dialog keys' own idea of it, which knows no panels
+        return 0;  // from IsDialogMessage, which does not look for the default button inside panels
     }
     if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
         FocusCameOrWent(message == WM_SETFOCUS);

@@ -6,8 +6,8 @@
 
 namespace korvanta {
 
-// Enter presses the button that has the focus, and the form's default button when no button has it; the one that would
-// be pressed has the heavy border.
+// Enter presses the button that has the focus or, when none has it, the form's default button. The button that Enter
+// would press has the heavy border.
 class WindowsCommandButton : public ControlWindow {
   public:
     WindowsCommandButton(CommandButton& button, HostWindow& host);

@@ -54,8 +54,8 @@ void WindowsComboBox::ShowListIndex() const {
     Send(CB_SETCURSEL, static_cast<WPARAM>(comboBox_.ListIndex()));
 }
 
-// The control's place is that of the closed box. The window's own height is that of the dropped list with it, and the
-// closed box is made to fit through the height of its line.
+// The control's place is the place of the closed box. The height of the window, however, includes the dropped list, and
+// the height of the closed box follows from the height of its line.
 void WindowsComboBox::ShowPlace() {
     const RECT place = PixelPlace(UsedFonts(), comboBox_.Position());
     const int height = place.bottom - place.top;
@@ -63,7 +63,7 @@ void WindowsComboBox::ShowPlace() {
     const int dropped = lines * static_cast<int>(Send(CB_GETITEMHEIGHT, 0)) + 2 * ::GetSystemMetrics(SM_CYBORDER);
     ::SetWindowPos(Window(), nullptr, place.left, place.top, place.right - place.left, height + dropped,
                    SWP_NOZORDER | SWP_NOACTIVATE);
-    // How much frame there is around the line differs between kinds of combo boxes, and shows in the result only.
+    // The frame around the line differs between versions of Windows, so the height is set, measured and corrected.
     int line = static_cast<int>(Send(CB_GETITEMHEIGHT, closedField));
     for (int attempt = 0; attempt < 2; ++attempt) {
         RECT window{};
@@ -77,7 +77,7 @@ void WindowsComboBox::ShowPlace() {
     }
 }
 
-// Long items are shown in full when the list is down.
+// Makes the dropped list as wide as its longest item.
 void WindowsComboBox::FitDroppedWidth() const {
     const ScreenContext screen(::GetDC(nullptr));
     const Selection font(screen.Get(), UsedFonts().Normal());

@@ -61,7 +61,7 @@ void WindowsForm::CreateFormWindow() {
     const bool sized = place.width > 0 && place.height > 0;
     const int width = sized ? program.fonts.Pixels(place.width) : static_cast<int>(window.right - window.left);
     const int height = sized ? program.fonts.Pixels(place.height) : static_cast<int>(window.bottom - window.top);
-    const HWND owner = form_.ShowInTaskbar() ? nullptr : OwnerOfHiddenButtons(program);
+    const HWND owner = form_.ShowInTaskbar() ? nullptr : OwnerOfFormsWithoutButton(program);
     windows_->window = textCalls::MakeWindow(extendedStyle, textCalls::Wide(className), form_.Caption(), style,
                                              program.fonts.Pixels(place.left), program.fonts.Pixels(place.top), width,
                                              height, owner, nullptr, nullptr);
@@ -94,18 +94,18 @@ void WindowsForm::FollowScreen() {
     const auto dpiForWindow = LateCall<DpiCall>("user32.dll", "GetDpiForWindow");
     const UINT dotsPerInch = dpiForWindow ? dpiForWindow(windows_->window) : 0;
     if (dotsPerInch != 0) {
-        TakeResolution(static_cast<int>(dotsPerInch));
+        ChangeResolution(static_cast<int>(dotsPerInch));
     }
 }
 
-// All windows of the program have one resolution. The one that moved to another screen says which, so that the window
-// that the user looks at is right.
-void WindowsForm::TakeResolution(int dotsPerInch) {
+// All windows of the program have one resolution: that of the screen to which a window has moved last, since that is
+// the window that the user looks at.
+void WindowsForm::ChangeResolution(int dotsPerInch) {
     ProgramWindows& program = *windows_->program;
     if (program.fonts.DotsPerInch() == dotsPerInch) {
         return;
     }
-    program.fonts.Take(dotsPerInch);
+    program.fonts.ChangeResolution(dotsPerInch);
     const std::vector<HWND> forms = program.forms;
     for (const HWND window : forms) {
         if (auto* form = reinterpret_cast<WindowsForm*>(textCalls::WindowData(window, GWL_USERDATA))) {
@@ -114,7 +114,7 @@ void WindowsForm::TakeResolution(int dotsPerInch) {
     }
 }
 
-// Keeps the size in inches: what the user sees of a window neither grows nor shrinks.
+// Keeps the form's size in inches, so that it shows as much as before.
 void WindowsForm::FontsChanged() {
     const Place before = form_.Position();
     const HWND handle = windows_->window;
@@ -144,7 +144,7 @@ WindowsForm::~WindowsForm() {
     UnnameWindow(handle, form_.Name());
     textCalls::SetWindowData(handle, GWL_USERDATA, 0);
     windows_->window = nullptr;
-    // The icons go with this object.
+    // The window can live a little longer than this object, which destroys the icons.
     textCalls::Send(handle, WM_SETICON, ICON_BIG, 0);
     textCalls::Send(handle, WM_SETICON, ICON_SMALL, 0);
     EndWindow(handle, *windows_);
@@ -191,12 +191,12 @@ void WindowsForm::Show() {
     FollowScreen();
     if (!wasShown_) {
         wasShown_ = true;
-        // As dialogs do: access keys are underlined from the start for those who use the keyboard.
+        // As dialogs do: underlines access keys from the start when the user has last used the keyboard.
         textCalls::Send(handle, WM_CHANGEUISTATE, MAKEWPARAM(UIS_INITIALIZE, 0));
     }
     ::ShowWindow(handle, ::IsIconic(handle) ? SW_RESTORE : SW_SHOW);
     if (!::IsWindowVisible(handle) || ::IsIconic(handle)) {
-        // The first call of a program obeys whoever started it, who may have asked for a hidden or minimized window.
+        // Windows replaces the first ShowWindow of a program by what its starter asked for: hidden or minimized.
         ::ShowWindow(handle, SW_SHOWNORMAL);
     }
 }
@@ -229,7 +229,7 @@ void WindowsForm::ShowModal() {
 
 void WindowsForm::Hide() {
     if (modal_) {
-        // First, or Windows finds no window of the program to activate and turns to another program.
+        // Enable the other windows first: if none of them could be activated, Windows would activate another program.
         modal_->End();
         modal_.reset();
     }
@@ -300,7 +300,7 @@ void WindowsForm::ReportPlace() {
     ::GetWindowRect(handle, &window);
     ::GetClientRect(handle, &client);
     if (::IsZoomed(handle)) {
-        // The frame of a maximized window lies outside of what is seen.
+        // The frame of a maximized window lies outside the screen.
         const RECT area = MonitorWorkArea(window);
         ::IntersectRect(&window, &window, &area);
     }
@@ -322,7 +322,7 @@ void WindowsForm::ShowPlace() {
                    fonts.Pixels(place.height), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// Windows asks for the pointer only when the mouse moves.
+// Windows asks for the pointer only when the mouse moves, so this asks in its place.
 void WindowsForm::ShowPointer() const {
     windows_->hourglass = form_.Pointer() == MousePointer::Hourglass;
     POINT pointer{};

@@ -38,7 +38,7 @@ class WindowsForm : public FormPeer, public HostWindow {
     void PaintBackground(HDC context) const override;
 
   private:
-    // One modal show: the windows it keeps from input, and whether it is over.
+    // One call of ShowModal: the windows that it has disabled, and whether it is over.
     struct Modal {
         std::vector<HWND> disabled;
         bool over = false;
@@ -47,21 +47,21 @@ class WindowsForm : public FormPeer, public HostWindow {
 
     static LRESULT CALLBACK EveryMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam);
-    // The window as such, the user's commands, and its looks. True when `result` is the answer.
+    // Each handles some of the messages. True when `result` is the answer.
     bool HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     bool HandleEnding(UINT message, WPARAM wParam, LRESULT& result);
     bool HandleDialog(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
     bool HandleLooks(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
 
-    // Whether the input is not for this form; see KeyGuard.
+    // Whether the input was meant for another window; see KeyGuard.
     bool KeepsOut(const MSG& input);
     bool SwitchesTab(const MSG& input) const;
     void NoteActivation(bool byClick, HWND before);
 
     void CreateFormWindow();
-    // Takes the resolution of the screen that the window is on, for all windows of the program.
+    // Gives all windows of the program the resolution of the screen that this window is on.
     void FollowScreen();
-    void TakeResolution(int dotsPerInch);
+    void ChangeResolution(int dotsPerInch);
     void FontsChanged();
     void ShowIcons();
     void ReportPlace();
@@ -73,7 +73,7 @@ class WindowsForm : public FormPeer, public HostWindow {
     PopupMenu* MenuOfForm() const;
     void SaveFocus();
     void RestoreFocus();
-    // At once, or when the form is next active: a form must not push itself in front of others for it.
+    // Moves it at once, or when the form is next activated: setting the focus now would bring the form to the front.
     void MoveFocus(HWND control);
 
     Form& form_;
@@ -83,12 +83,12 @@ class WindowsForm : public FormPeer, public HostWindow {
     IconHandle bigIcon_;
     IconHandle smallIcon_;
     UINT taskbarCreated_;
-    HWND focus_ = nullptr;       // the control that has it when the form is active
-    PopupMenu* menu_ = nullptr;  // shown last
+    HWND focus_ = nullptr;       // gets the focus when the form is activated
+    PopupMenu* menu_ = nullptr;  // the one that was shown last
     ReentryFlag menuIsUp_;
-    int chosenEntry_ = -1;  // while the menu is up: by a command from outside
+    int chosenEntry_ = -1;  // while the menu is up, the entry that a WM_COMMAND from outside has chosen
     bool wasShown_ = false;
-    ReentryFlag placing_;  // the form's own wish for a place is under way
+    ReentryFlag placing_;  // the program, not the user, is moving or sizing the window
 };
 
 }  // namespace korvanta

@@ -1,4 +1,4 @@
-// What Windows tells a form's window.
+// How a form's window handles its messages.
 
 #include <algorithm>
 
@@ -33,7 +33,7 @@ LRESULT CALLBACK WindowsForm::EveryMessage(HWND window, UINT message, WPARAM wPa
 LRESULT WindowsForm::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND handle = windows_->window;
     LRESULT result = 0;
-    if (HandOn(message, wParam, lParam, result) || HandleEnding(message, wParam, result) ||
+    if (PassToChild(message, wParam, lParam, result) || HandleEnding(message, wParam, result) ||
         HandleDialog(message, wParam, lParam, result) || HandleLooks(message, wParam, lParam, result) ||
         HandleWindow(message, wParam, lParam, result)) {
         return result;
@@ -50,7 +50,7 @@ bool WindowsForm::HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESU
             ReportPlace();
             return true;
         case WM_MOUSEMOVE:
-            // The notification icon's callback message too, with what the mouse did in the place of its position.
+            // Also the callback message of the notification icon, with the mouse message as its lParam.
             if (lParam == WM_LBUTTONDBLCLK) {
                 form_.HandleTrayIconDoubleClick();
             }
@@ -58,7 +58,7 @@ bool WindowsForm::HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESU
         case WM_TIMER: {
             const auto timer = windows_->timers.find(wParam);
             if (timer != windows_->timers.end()) {
-                const std::function<void()> tick = timer->second;  // the timer may go while it ticks
+                const std::function<void()> tick = timer->second;  // a copy: the tick may destroy its timer
                 tick();
                 return true;
             }
@@ -76,7 +76,7 @@ bool WindowsForm::HandleWindow(UINT message, WPARAM wParam, LPARAM lParam, LRESU
 
 void WindowsForm::LimitSize(MINMAXINFO& limits) const {
     if (placing_.IsSet()) {
-        return;  // the form knows itself how small it has to be
+        return;  // the program may make the form smaller than the user may
     }
     RECT window{};
     ::GetWindowRect(windows_->window, &window);
@@ -97,7 +97,7 @@ bool WindowsForm::HandleEnding(UINT message, WPARAM wParam, LRESULT& result) {
             }
             return false;
         case WM_CLOSE:
-            // No close command of this window led here: it comes from elsewhere, from the Task Manager.
+            // WM_SYSCOMMAND above has dealt with the user's closing, so this comes from the Task Manager.
             form_.Unload(CloseReason::TaskManager);
             return true;
         case WM_QUERYENDSESSION:
@@ -143,7 +143,7 @@ bool WindowsForm::HandleDialog(UINT message, WPARAM wParam, LPARAM lParam, LRESU
     }
 }
 
-// Coming back from a message of its own the form is what the user is busy with already.
+// When a message box of the form closes, the user is busy with the form already.
 void WindowsForm::NoteActivation(bool byClick, HWND before) {
     const bool ownMessage = before && ::GetWindow(before, GW_OWNER) == windows_->window;
     guard_.Activated(::GetTickCount(), !byClick && !ownMessage);
@@ -172,7 +172,8 @@ void WindowsForm::Command(int identifier, int code) {
         return;
     }
     if (windows_->defaultButton && identifier == ::GetDlgCtrlID(windows_->defaultButton)) {
-        // Enter, with the default button inside a panel.
+        // Enter, with the default button inside a panel: the command comes without the button's window, so PassToChild
+        // has found no peer for it.
         if (ControlWindow* button = ControlWindow::Of(windows_->defaultButton)) {
             button->Commanded(BN_CLICKED);
         }
@@ -210,7 +211,7 @@ bool WindowsForm::HandleLooks(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
             }
             return false;
         case dpiChanged: {
-            TakeResolution(LOWORD(wParam));
+            ChangeResolution(LOWORD(wParam));
             const RECT& wanted = *reinterpret_cast<const RECT*>(lParam);
             ::SetWindowPos(windows_->window, nullptr, wanted.left, wanted.top, wanted.right - wanted.left,
                            wanted.bottom - wanted.top, SWP_NOZORDER | SWP_NOACTIVATE);

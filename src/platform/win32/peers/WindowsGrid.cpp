@@ -13,23 +13,13 @@ namespace {
 constexpr int noRow = -1;
 constexpr int manyRows = 10000;
 
-// Images. Rows without a picture show a blank one, so that all texts begin at the same place.
+// Indexes of the images. A row without the picture has a blank image, so that all texts begin at the same place.
 constexpr int mainAccount = 0;
 constexpr int noPicture = 1;
 
-int HeaderFormat(Alignment alignment) {
-    switch (alignment) {
-        case Alignment::Center:
-            return HDF_CENTER;
-        case Alignment::Right:
-            return HDF_RIGHT;
-        case Alignment::Left:
-            break;
-    }
-    return HDF_LEFT;
-}
-
-int ColumnFormat(Alignment alignment) {
+// Columns and header items have the same numbers for it.
+static_assert(HDF_LEFT == LVCFMT_LEFT && HDF_CENTER == LVCFMT_CENTER && HDF_RIGHT == LVCFMT_RIGHT);
+int Format(Alignment alignment) {
     switch (alignment) {
         case Alignment::Center:
             return LVCFMT_CENTER;
@@ -46,18 +36,18 @@ int ColumnFormat(Alignment alignment) {
 WindowsGrid::WindowsGrid(Grid& grid, HostWindow& host) : VirtualList(grid, host), grid_(grid) {
     CreateList(LVS_REPORT | LVS_SINGLESEL | LVS_NOSORTHEADER);
     ShowImages({KORVANTA_MAIN_ACCOUNT_ICON});
-    Stale();
+    MarkStale();
 }
 
 void WindowsGrid::Changed(Aspect aspect) {
     VirtualList::Changed(aspect);
     if (aspect == Aspect::Place) {
-        Stale();
+        MarkStale();
     }
 }
 
 void WindowsGrid::ShowPlace() {
-    // Column widths are told as places too.
+    // Changes of column widths come here too, and need not move the window.
     const RECT wanted = PixelPlace(UsedFonts(), grid_.Position());
     RECT now{};
     ::GetWindowRect(Window(), &now);
@@ -81,8 +71,8 @@ bool WindowsGrid::PictureSharesColumn() const {
     return grid_.Columns() > 1 && picture > 0 && picture <= 2 * ImageWidth() && grid_.ColWidth(1) > 0;
 }
 
-std::vector<WindowsGrid::Shown> WindowsGrid::ShownColumns() const {
-    std::vector<Shown> shown;
+std::vector<WindowsGrid::ShownColumn> WindowsGrid::ShownColumns() const {
+    std::vector<ShownColumn> shown;
     const bool shares = PictureSharesColumn();
     int sum = 0;
     for (int column = shares ? 1 : 0; column < grid_.Columns(); ++column) {
@@ -92,7 +82,7 @@ std::vector<WindowsGrid::Shown> WindowsGrid::ShownColumns() const {
             sum += shown.back().width;
         }
     }
-    // Columns that leave no more free than room for a scroll bar are meant to fill the list, whether it has one or not.
+    // Columns that leave at most the width of a scroll bar free are meant to fill the list: the last one is fitted.
     RECT area{};
     ::GetClientRect(Window(), &area);
     RECT window{};
@@ -105,37 +95,37 @@ std::vector<WindowsGrid::Shown> WindowsGrid::ShownColumns() const {
 }
 
 void WindowsGrid::ShowColumns() {
-    const std::vector<Shown> wanted = ShownColumns();
+    const std::vector<ShownColumn> wanted = ShownColumns();
     const auto count = static_cast<int>(wanted.size());
     for (auto have = static_cast<int>(columns_.size()); have > count; --have) {
         Send(LVM_DELETECOLUMN, static_cast<WPARAM>(have - 1));
     }
     for (int i = 0; i < count; ++i) {
-        const Shown& column = wanted[static_cast<std::size_t>(i)];
+        const ShownColumn& column = wanted[static_cast<std::size_t>(i)];
         const bool isNew = i >= static_cast<int>(columns_.size());
         if (isNew) {
             LVCOLUMNW record{};
             record.mask = LVCF_WIDTH | LVCF_FMT;
-            record.fmt = ColumnFormat(grid_.ColAlignment(column.textColumn));
+            record.fmt = Format(grid_.ColAlignment(column.gridColumn));
             record.cx = column.width;
             Send(textCalls::Choose(LVM_INSERTCOLUMNA, LVM_INSERTCOLUMNW), static_cast<WPARAM>(i),
                  reinterpret_cast<LPARAM>(&record));
         } else if (columns_[static_cast<std::size_t>(i)].width != column.width) {
             Send(LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(i), MAKELPARAM(column.width, 0));
         }
-        ShowHeader(i, column.textColumn);
+        ShowHeader(i, column.gridColumn);
     }
     columns_ = wanted;
 }
 
-// Set in the header itself: list views keep their first column to the left.
+// Set in the header itself, since a list view aligns its first column to the left in any case.
 void WindowsGrid::ShowHeader(int index, int gridColumn) {
     const auto header = reinterpret_cast<HWND>(Send(LVM_GETHEADER));
     textCalls::NativeText text(grid_.Text(0, gridColumn));
     HDITEMW item{};
     item.mask = HDI_TEXT | HDI_FORMAT;
     item.pszText = text.Pointer();
-    item.fmt = HDF_STRING | HeaderFormat(grid_.HeaderAlignment(gridColumn));
+    item.fmt = HDF_STRING | Format(grid_.HeaderAlignment(gridColumn));
     textCalls::Send(header, textCalls::Choose(HDM_SETITEMA, HDM_SETITEMW), static_cast<WPARAM>(index),
                     reinterpret_cast<LPARAM>(&item));
 }
@@ -151,7 +141,7 @@ void WindowsGrid::ShowRow() {
     }
 }
 
-// Asked for its selection, a list would look through all its rows.
+// LVM_GETNEXTITEM would look through all rows; asking about one row is fast.
 int WindowsGrid::SelectedItem() const {
     const bool isSelected =
         selectedItem_ != noRow && Ask(LVM_GETITEMSTATE, static_cast<WPARAM>(selectedItem_), LVIS_SELECTED) != 0;
@@ -159,7 +149,7 @@ int WindowsGrid::SelectedItem() const {
 }
 
 void WindowsGrid::ShowTopRow() {
-    // Only when the program has chosen another one: the list knows best what is in view.
+    // Only when the program has chosen another top row; otherwise the list stays where the user has scrolled it.
     if (grid_.TopRow() == reportedTopRow_) {
         return;
     }
@@ -180,8 +170,8 @@ LRESULT WindowsGrid::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
     const bool mayMoveSelection = message == WM_KEYDOWN || message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN;
     if (mayMoveSelection && !Frozen() && RowCount() >= manyRows) {
         TakeOverNow();
-        // Some lists go through all their rows to drop the old selection, which takes seconds. With none there is
-        // nothing to drop; where nothing new gets selected, Used brings the old one back.
+        // To deselect a row that it does not know, a list view goes through all its rows, which takes seconds. So the
+        // row is deselected before; if no other row gets selected, AfterUse selects it again.
         if (const int selected = SelectedItem(); selected != noRow) {
             SelectRow(selected, false);
         }
@@ -189,17 +179,17 @@ LRESULT WindowsGrid::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
     return VirtualList::Procedure(message, wParam, lParam);
 }
 
-void WindowsGrid::Used() {
+void WindowsGrid::AfterUse() {
     if (grid_.Row() > 0 && SelectedItem() == noRow) {
-        // A click beside the rows must not leave the list without a current row.
-        Stale();
+        // After a click beside the rows the current row is selected again.
+        MarkStale();
     }
     if (IsStale()) {
         TakeOverNow();
     } else {
         ReportViewport();
         if (ShownColumns() != columns_) {
-            Stale();
+            MarkStale();
         }
     }
 }
@@ -257,13 +247,13 @@ LRESULT WindowsGrid::CustomDraw(NMLVCUSTOMDRAW& draw) const {
     return CDRF_DODEFAULT;
 }
 
-// Who asks for more columns than are shown gets what the grid keeps there.
+// For a column that is not shown, it is the text of the grid's column of that number.
 std::u16string_view WindowsGrid::RowText(int row, int column) const {
     int gridColumn = column;
     if (PictureSharesColumn()) {
         gridColumn = std::max(column, 1);
     } else if (column >= 0 && column < static_cast<int>(columns_.size())) {
-        gridColumn = columns_[static_cast<std::size_t>(column)].textColumn;
+        gridColumn = columns_[static_cast<std::size_t>(column)].gridColumn;
     }
     return grid_.Text(row + 1, gridColumn);
 }

@@ -7,8 +7,9 @@
 
 namespace korvanta {
 
-// Grid row r is row r - 1 of the list; row 0 is the list's header. Columns of no width are not shown. A column 0 that
-// is just wide enough for its picture is one column with the next, the picture in front of the text, as lists have it.
+// Row r of the grid is row r - 1 of the list; row 0 of the grid is the list's header. Columns of width 0 are not shown.
+// A column 0 that is only wide enough for the picture is shown as one column with the next, the picture before the
+// text.
 class WindowsGrid : public VirtualList {
   public:
     WindowsGrid(Grid& grid, HostWindow& host);
@@ -18,7 +19,7 @@ class WindowsGrid : public VirtualList {
   protected:
     void TakeOver() override;
     bool Frozen() const override { return !grid_.Redraw(); }
-    void Used() override;
+    void AfterUse() override;
     LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
     std::u16string_view RowText(int row, int column) const override;
     int RowImage(int row) const override;
@@ -26,12 +27,12 @@ class WindowsGrid : public VirtualList {
     void ShowPlace() override;
 
   private:
-    struct Shown {
-        int textColumn;
-        int width;  // pixels
-        bool operator==(const Shown&) const = default;
+    struct ShownColumn {
+        int gridColumn;  // the one whose text it shows
+        int width;       // pixels
+        bool operator==(const ShownColumn&) const = default;
     };
-    std::vector<Shown> ShownColumns() const;
+    std::vector<ShownColumn> ShownColumns() const;
     void ShowColumns();
     void ShowHeader(int index, int gridColumn);
     void ShowRow();
@@ -42,9 +43,9 @@ class WindowsGrid : public VirtualList {
     LRESULT CustomDraw(NMLVCUSTOMDRAW& draw) const;
 
     Grid& grid_;
-    std::vector<Shown> columns_;
+    std::vector<ShownColumn> columns_;
     int reportedTopRow_ = 1;
-    int selectedItem_ = -1;  // as the list last said
+    int selectedItem_ = -1;  // the last item that the list has told to be selected
 };
 
 }  // namespace korvanta

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int handCursor = 32649;  // IDC_HAND, which Windows 95 and NT 4 lack
 
-// What the search for access keys passes over, so that an "&" in a document's name is none.
+// With this answer IsDialogMessage looks for no access key in the window, so an "&" in a document's name is none.
 constexpr LRESULT noAccessKey = DLGC_WANTCHARS;
 
 DWORD StaticStyle(const Label& label) {
@@ -25,7 +25,7 @@ DWORD StaticStyle(const Label& label) {
             style |= SS_RIGHT;
             break;
     }
-    // Where a text of one line does not fit it says so; Windows 9x cuts it off.
+    // A line that does not fit ends with "..."; Windows 9x cuts it off.
     return label.Wrap() ? style : style | SS_ENDELLIPSIS;
 }
 
@@ -118,7 +118,7 @@ void WindowsLinkLabel::DrawText(const DRAWITEMSTRUCT& item) {
     const Selection font(item.hDC, underline ? underlined_.Get() : UsedFonts().Get(label_.Bold()));
     ::SetBkMode(item.hDC, TRANSPARENT);
     ::SetTextColor(item.hDC, TextColor());
-    // A pixel on each side is for the focus rectangle, which keeps clear of the text.
+    // One pixel on each side keeps the focus rectangle off the text.
     RECT place = item.rcItem;
     ::InflateRect(&place, -1, 0);
     const UINT flags = DrawFlags(label_, item.itemState);
@@ -144,7 +144,10 @@ void WindowsLinkLabel::PointAt(bool pointedAt) {
     pointedAt_ = pointedAt;
     Invalidate();
     if (pointedAt) {
-        TRACKMOUSEEVENT leave{sizeof(leave), TME_LEAVE, Window(), 0};
+        TRACKMOUSEEVENT leave{};
+        leave.cbSize = sizeof(leave);
+        leave.dwFlags = TME_LEAVE;
+        leave.hwndTrack = Window();
         ::_TrackMouseEvent(&leave);
     }
 }
@@ -171,7 +174,7 @@ LRESULT WindowsLinkLabel::Procedure(UINT message, WPARAM wParam, LPARAM lParam) 
             }
             break;
         case WM_LBUTTONDBLCLK:
-            // Two quick presses are two presses.
+            // A double click presses twice.
             message = WM_LBUTTONDOWN;
             break;
         case WM_MOUSEMOVE:
@@ -186,7 +189,7 @@ LRESULT WindowsLinkLabel::Procedure(UINT message, WPARAM wParam, LPARAM lParam) 
             }
             break;
         case WM_ERASEBKGND:
-            return 1;  // drawn with the text
+            return 1;  // Draw fills the background
         default:
             break;
     }

@@ -18,7 +18,7 @@ class WindowsLabel : public ControlWindow {
     Label& label_;
 };
 
-// A label that looks like a link and is a button in all else: for the keyboard, for access keys and for screen readers.
+// A label that looks like a link. Its window is a button, so that the keyboard, access keys and screen readers work.
 class WindowsLinkLabel : public ControlWindow {
   public:
     WindowsLinkLabel(Label& label, HostWindow& host);

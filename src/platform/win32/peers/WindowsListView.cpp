@@ -16,7 +16,7 @@ WindowsListView::WindowsListView(ListView& listView, HostWindow& host)
     column.mask = LVCF_WIDTH | LVCF_FMT;
     column.fmt = LVCFMT_LEFT;
     Send(textCalls::Choose(LVM_INSERTCOLUMNA, LVM_INSERTCOLUMNW), 0, reinterpret_cast<LPARAM>(&column));
-    Stale();
+    MarkStale();
 }
 
 void WindowsListView::Changed(Aspect aspect) {
@@ -35,7 +35,7 @@ void WindowsListView::FontsChanged() {
 
 void WindowsListView::ShowPlace() {
     VirtualList::ShowPlace();
-    Stale();
+    MarkStale();
 }
 
 void WindowsListView::TakeOver() {
@@ -43,7 +43,7 @@ void WindowsListView::TakeOver() {
     FitColumn();
 }
 
-// As wide as the list, or as the widest text when that is more.
+// Makes the column as wide as the list or as the widest text, whichever is more.
 void WindowsListView::FitColumn() {
     const ScreenContext screen(::GetDC(nullptr));
     const Selection font(screen.Get(), UsedFonts().Normal());

@@ -5,7 +5,7 @@
 
 namespace korvanta {
 
-// One item a line, each with its icon; no heading.
+// Each item is a line of its own with its icon; there is no header.
 class WindowsListView : public VirtualList {
   public:
     WindowsListView(ListView& listView, HostWindow& host);
@@ -23,8 +23,8 @@ class WindowsListView : public VirtualList {
     void FitColumn();
 
     ListView& listView_;
-    std::size_t measured_ = 0;  // items that widest_ knows
-    int widest_ = 0;
+    std::size_t measured_ = 0;  // how many items widest_ takes into account
+    int widest_ = 0;            // pixels, of the widest text
 };
 
 }  // namespace korvanta

@@ -1,13 +1,15 @@
 #include "platform/win32/peers/WindowsPanel.h"
 
 #include "platform/win32/calls/PlainWindows.h"
+#include "platform/win32/calls/TextCalls.h"
 #include "platform/win32/peers/Colors.h"
 
 namespace korvanta {
 
 WindowsPanel::WindowsPanel(Container& panel, HostWindow& host) : ControlWindow(panel, host), panel_(panel) {
-    RegisterPlainClass(u"Korvanta.Panel");
-    Create(L"Korvanta.Panel", WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
+    const std::u16string className = u"Korvanta.Panel";
+    RegisterPlainClass(className);
+    Create(textCalls::Wide(className), WS_CLIPCHILDREN, WS_EX_CONTROLPARENT);
 }
 
 bool WindowsPanel::Textured() const {
@@ -34,7 +36,7 @@ LRESULT WindowsPanel::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
         return 1;
     }
     LRESULT result = 0;
-    return HandOn(message, wParam, lParam, result) ? result : ControlWindow::Procedure(message, wParam, lParam);
+    return PassToChild(message, wParam, lParam, result) ? result : ControlWindow::Procedure(message, wParam, lParam);
 }
 
 }  // namespace korvanta

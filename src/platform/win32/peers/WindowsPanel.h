@@ -17,7 +17,7 @@ class WindowsPanel : public ControlWindow, public HostWindow {
 
   protected:
     LRESULT Procedure(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void ShowCaption() override {}  // a panel has no place for it
+    void ShowCaption() override {}  // a panel shows none
 
   private:
     Container& panel_;

@@ -19,7 +19,7 @@ namespace korvanta {
 
 namespace {
 
-// None where the container has no window.
+// Null when the container has no window.
 template <class Peer, class ControlType>
 std::unique_ptr<ControlPeer> MakeIn(ControlType& control) {
     HostWindow* host = HostWindow::Of(control);
@@ -58,7 +58,12 @@ class WindowsPeerFactory : public PeerFactory {
 std::unique_ptr<PeerFactory> MakeWindowsPeerFactory(WindowsMessageLoop& messageLoop, DialogWindows& dialogs,
                                                     Fonts& fonts, MessageBoxGuard& messageBoxGuard) {
     return std::make_unique<WindowsPeerFactory>(
-        std::make_shared<ProgramWindows>(ProgramWindows{messageLoop, dialogs, fonts, messageBoxGuard, {}, {}}));
+        std::make_shared<ProgramWindows>(ProgramWindows{.messageLoop = messageLoop,
+                                                        .dialogs = dialogs,
+                                                        .fonts = fonts,
+                                                        .messageBoxGuard = messageBoxGuard,
+                                                        .owner = {},
+                                                        .forms = {}}));
 }
 
 }  // namespace korvanta

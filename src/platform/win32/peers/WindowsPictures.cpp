@@ -59,7 +59,7 @@ WindowsProgressBar::WindowsProgressBar(ProgressBar& progressBar, HostWindow& hos
 void WindowsProgressBar::Changed(Aspect aspect) {
     if (aspect == Aspect::Content || aspect == Aspect::Selection) {
         stale_ = true;
-        if (::GetTickCount() - shown_ >= leastPause) {
+        if (::GetTickCount() - lastShown_ >= leastPause) {
             Invalidate();
         }
     } else {
@@ -71,7 +71,7 @@ LRESULT WindowsProgressBar::Procedure(UINT message, WPARAM wParam, LPARAM lParam
     const bool shows = message == WM_PAINT || message == WM_PRINT;
     if (stale_ && (shows || message == PBM_GETPOS || message == PBM_GETRANGE)) {
         stale_ = false;
-        shown_ = ::GetTickCount();
+        lastShown_ = ::GetTickCount();
         Send(PBM_SETRANGE32, 0, progressBar_.Maximum());
         Send(PBM_SETPOS, static_cast<WPARAM>(progressBar_.Value()));
     }

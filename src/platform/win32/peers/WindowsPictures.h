@@ -35,8 +35,8 @@ class WindowsLine : public ControlWindow {
     BrushHandle color_;
 };
 
-// A bar paints itself at once when it is told a new position, which takes long; so it is told when it is painted or
-// asked, and painted a few times a second.
+// Windows' progress bar paints itself whenever it gets a new position, which takes long. So it gets the position only
+// when it is painted or asked, and is painted a few times a second.
 class WindowsProgressBar : public ControlWindow {
   public:
     WindowsProgressBar(ProgressBar& progressBar, HostWindow& host);
@@ -49,7 +49,7 @@ class WindowsProgressBar : public ControlWindow {
   private:
     ProgressBar& progressBar_;
     bool stale_ = true;
-    DWORD shown_ = 0;  // when it was told
+    DWORD lastShown_ = 0;  // tick count
 };
 
 }  // namespace korvanta

@@ -47,7 +47,7 @@ void WindowsTabStrip::FontsChanged() {
     ShowTabs();
 }
 
-// What Windows leaves free around the captions does not grow with the resolution by itself.
+// Windows does not scale the space around the captions with the resolution.
 void WindowsTabStrip::ShowPadding() const {
     Send(TCM_SETPADDING, 0, MAKELPARAM(UsedFonts().Pixels(captionMargin), UsedFonts().Pixels(captionMargin / 2)));
 }
@@ -126,7 +126,7 @@ bool WindowsTabStrip::TakeAccessKey(char16_t typed) {
 void WindowsTabStrip::PaintPage(HDC context) const {
     RECT page = PixelPlace(UsedFonts(), tabStrip_.Position());
     page.top += UsedFonts().Pixels(tabStrip_.HeaderHeight());
-    // The page's border lies outside of what the tabs leave free.
+    // TCM_ADJUSTRECT gives the area inside the page's border; the page begins above it.
     const int border = 2 * ::GetSystemMetrics(SM_CYEDGE);
     page.top -= border;
     theme_->DrawPage(context, page);
@@ -134,7 +134,7 @@ void WindowsTabStrip::PaintPage(HDC context) const {
 
 void WindowsTabStrip::LeaveOut(const Container& neighbours) {
     const RECT own = PixelPlace(UsedFonts(), tabStrip_.Position());
-    const RegionHandle none(::CreateRectRgn(0, 0, 0, 0));
+    const RegionHandle current(::CreateRectRgn(0, 0, 0, 0));
     RegionHandle region(::CreateRectRgn(0, 0, own.right - own.left, own.bottom - own.top));
     for (const Control* neighbour : neighbours.Children()) {
         RECT place = PixelPlace(UsedFonts(), neighbour->Position());
@@ -144,9 +144,9 @@ void WindowsTabStrip::LeaveOut(const Container& neighbours) {
             ::CombineRgn(region.Get(), region.Get(), hole.Get(), RGN_DIFF);
         }
     }
-    ::GetWindowRgn(Window(), none.Get());
-    if (!::EqualRgn(none.Get(), region.Get())) {
-        ::SetWindowRgn(Window(), region.Release(), TRUE);  // the system owns it now
+    ::GetWindowRgn(Window(), current.Get());
+    if (!::EqualRgn(current.Get(), region.Get())) {
+        ::SetWindowRgn(Window(), region.Release(), TRUE);  // Windows owns the region now
     }
 }
 

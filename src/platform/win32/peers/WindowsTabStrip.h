@@ -16,14 +16,14 @@ class WindowsTabStrip : public ControlWindow {
     HBRUSH Colors(HDC context) override { return TransparentColors(context); }
     void FontsChanged() override;
 
-    // Whether the pages look other than the plain color of dialogs.
+    // Whether the page has the texture of the visual style, and not the plain color of dialogs.
     bool Themed() const { return static_cast<bool>(*theme_); }
-    // Paints the page; the context's origin is the corner of the container.
+    // Paints the page; the context's origin is the upper left corner of the container.
     void PaintPage(HDC context) const;
-    // Chooses a tab by its access key, or by Ctrl with Tab or a page key. True when the key was one of these.
+    // Chooses a tab when the key is a tab's access key, or Ctrl with Tab or a page key. True when it is one of these.
     bool TakeKey(const MSG& key);
-    // The strip comes before what lies on its pages, so that the Tab key reaches it first, and would cover it. So the
-    // window leaves out the places of its visible neighbours.
+    // Cuts the places of the visible neighbours out of the window. The strip comes before them in the tab order, and so
+    // lies above them too; it would cover the controls on its pages.
     void LeaveOut(const Container& neighbours);
 
   protected:

@@ -32,8 +32,8 @@ Key KeyOf(WPARAM virtualKey) {
     }
 }
 
-// Keys that would go to the dialog before the box sees them.
-bool IsDialogsKey(WPARAM virtualKey) {
+// Keys that IsDialogMessage would use before the box sees them.
+bool IsDialogKey(WPARAM virtualKey) {
     return virtualKey == VK_RETURN || virtualKey == VK_ESCAPE;
 }
 
@@ -66,8 +66,8 @@ LRESULT WindowsTextBox::KeyDown(WPARAM wParam, LPARAM lParam) {
     if (alive.expired()) {
         return 0;
     }
-    // The character of the Enter and the Escape key would only beep.
-    swallowCharacter_ = (swallowed || IsDialogsKey(wParam)) && MakesCharacter(wParam);
+    // In a text box the characters of Enter and Escape would only beep.
+    swallowCharacter_ = (swallowed || IsDialogKey(wParam)) && MakesCharacter(wParam);
     if (swallowed) {
         return 0;
     }
@@ -85,9 +85,9 @@ LRESULT WindowsTextBox::Procedure(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_GETDLGCODE: {
             const auto* asked = reinterpret_cast<const MSG*>(lParam);
-            const bool wanted = asked && asked->message == WM_KEYDOWN && IsDialogsKey(asked->wParam);
+            const bool wanted = asked && asked->message == WM_KEYDOWN && IsDialogKey(asked->wParam);
             LRESULT code = 0;
-            Native(message, wParam, lParam, code);
+            PassToClass(message, wParam, lParam, code);
             return wanted ? code | DLGC_WANTMESSAGE : code;
         }
         case WM_KEYDOWN:

@@ -20,8 +20,8 @@ class WindowsTextBox : public ControlWindow {
     LRESULT KeyDown(WPARAM wParam, LPARAM lParam);
 
     TextBox& textBox_;
-    ReentryFlag showing_;            // the change comes from the program
-    bool swallowCharacter_ = false;  // the one that comes next: its key has been swallowed
+    ReentryFlag showing_;            // the program is changing the text
+    bool swallowCharacter_ = false;  // the next WM_CHAR, whose key press has been used up
 };
 
 }  // namespace korvanta

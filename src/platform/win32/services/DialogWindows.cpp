@@ -20,7 +20,7 @@ bool IsInput(UINT message) {
         case WM_NCRBUTTONDOWN:
             return true;
         default:
-            return message >= WM_KEYFIRST && message <= WM_KEYLAST;
+            return IsKeyMessage(message);
     }
 }
 
@@ -58,7 +58,7 @@ bool DialogWindows::Translate(MSG& message) {
         return box && textCalls::IsDialogKey(box, message);
     }
     if (IsInput(message.message)) {
-        // A copy, because the filter may make or end windows.
+        // A copy, since the filter may make or destroy windows and so change the entries.
         const InputFilter filter = Find(window)->filter;
         if (filter && filter(message)) {
             return true;

@@ -7,18 +7,17 @@
 
 namespace korvanta {
 
-// The program's top-level windows that want dialog keys (Tab, access keys, default and cancel button). Every message
-// loop of the program shows its messages here first. Message boxes need not be added: while one is up, what the program
-// does at intervals lets messages run too, and a key for the box must not be lost there.
+// The program's top-level windows that want dialog keys: Tab, access keys, Enter and Escape. Every message loop of the
+// program passes its messages through Translate before it dispatches them. Message boxes count without being added:
+// while one is up, timers let messages run in the program's own loops, and these must not lose a key for the box.
 class DialogWindows {
   public:
-    // Sees a keyboard message, or the press of a mouse button, before anybody else does; true uses it up.
+    // Gets each keyboard message and each press of a mouse button before the window does; true uses the message up.
     using InputFilter = std::function<bool(const MSG& message)>;
 
     void Add(HWND window, InputFilter filter = {});
     void Remove(HWND window);
-    // True when the message, one for such a window, a message box or a child of one, has been dealt with and must not
-    // be dispatched.
+    // True when the message has been dealt with here and must not be dispatched.
     bool Translate(MSG& message);
 
   private:

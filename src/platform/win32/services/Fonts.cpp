@@ -11,10 +11,10 @@ Fonts::Fonts() {
     if (screen) {
         systemDotsPerInch_ = ::GetDeviceCaps(screen.Get(), LOGPIXELSX);
     }
-    Take(systemDotsPerInch_);
+    ChangeResolution(systemDotsPerInch_);
 }
 
-void Fonts::Take(int dotsPerInch) {
+void Fonts::ChangeResolution(int dotsPerInch) {
     FontHandle normal(textCalls::MakeMessageFont(false, dotsPerInch, systemDotsPerInch_));
     FontHandle bold(textCalls::MakeMessageFont(true, dotsPerInch, systemDotsPerInch_));
     if (!normal || !bold) {

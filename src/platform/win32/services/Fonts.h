@@ -4,15 +4,15 @@
 
 namespace korvanta {
 
-// The font of the program's windows (the user's message font), and the resolution of the screen that they are on. At
-// first that is the resolution which the system had when the user logged on.
+// The font of the program's windows, which is the user's message font, and the resolution of the screen that they are
+// on. At first that is the system's resolution, which Windows fixes when the user logs on.
 class Fonts {
   public:
     Fonts();
 
-    // Takes the user's font as it is now, in that resolution. The fonts that were there until now stay valid until the
-    // next call, so that windows can be given the new ones.
-    void Take(int dotsPerInch);
+    // Makes the user's present font in that resolution. The fonts from before stay valid until the next call, so that
+    // there is time to hand the new ones to the windows. When the fonts cannot be made, nothing changes.
+    void ChangeResolution(int dotsPerInch);
 
     HFONT Normal() const { return normal_.Get(); }
     HFONT Bold() const { return bold_.Get(); }
@@ -22,7 +22,7 @@ class Fonts {
     // Rounded to the nearest; 1440 twips are an inch.
     int Pixels(int twips) const { return ::MulDiv(twips, dotsPerInch_, twipsPerInch); }
     int Twips(int pixels) const { return ::MulDiv(pixels, twipsPerInch, dotsPerInch_); }
-    // A measure that Windows tells for the system's resolution (GetSystemMetrics).
+    // GetSystemMetrics, which is for the system's resolution, scaled to this one.
     int Metric(int index) const { return ::MulDiv(::GetSystemMetrics(index), dotsPerInch_, systemDotsPerInch_); }
 
     static constexpr int twipsPerInch = 1440;

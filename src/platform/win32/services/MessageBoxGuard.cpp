@@ -7,18 +7,14 @@ namespace korvanta {
 
 namespace {
 
-// So long after what the user did he still waits for what comes of it.
-constexpr DWORD recently = 3'000;  // milliseconds
+// In milliseconds: a box that comes up so soon after the user has done something is taken for the answer to it.
+constexpr DWORD recently = 3'000;
 constexpr const char* guardProperty = "Korvanta.MessageBoxGuard";
 
 BOOL CALLBACK FindGuard(HWND window, LPARAM parameter) {
     auto& found = *reinterpret_cast<HANDLE*>(parameter);
     found = ::GetPropA(window, guardProperty);
     return found == nullptr;
-}
-
-bool IsKey(UINT message) {
-    return message >= WM_KEYFIRST && message <= WM_KEYLAST;
 }
 
 bool IsPress(UINT message) {
@@ -39,16 +35,16 @@ bool KeepsOut(KeyGuard& guard, const MSG& input) {
         case WM_SYSKEYUP:
             return !guard.TakesRelease(key);
         default:
-            if (IsKey(input.message)) {
+            if (IsKeyMessage(input.message)) {
                 return !guard.TakesCharacter(input.time);
             }
-            guard.TurnedTo(input.time);
+            guard.MousePressed(input.time);
             return false;
     }
 }
 
-// Sees the input of this thread's message boxes. A hook is told nothing but the message, so a hidden window of the
-// thread says whose it is.
+// Hooks the input of this thread's message boxes. Windows tells a hook nothing but the message, so the hook finds its
+// guard through a property of a hidden window of the thread.
 class MessageBoxGuard::Watch {
   public:
     explicit Watch(MessageBoxGuard& guard) : guard_(guard) {
@@ -113,7 +109,7 @@ LRESULT CALLBACK MessageBoxGuard::Filter(int code, WPARAM wParam, LPARAM lParam)
 }
 
 bool MessageBoxGuard::KeepsOut(const MSG& input) {
-    const bool forBox = (IsKey(input.message) || IsPress(input.message)) && MessageBoxOf(input.hwnd) != nullptr;
+    const bool forBox = (IsKeyMessage(input.message) || IsPress(input.message)) && MessageBoxOf(input.hwnd) != nullptr;
     if (!forBox || korvanta::KeepsOut(guard_, input)) {
         return forBox;
     }

@@ -13,8 +13,8 @@ struct HookTraits : NullIsNone<HHOOK> {
     static bool Close(HHOOK hook) { return ::UnhookWindowsHookEx(hook) != 0; }
 };
 
-// Keeps keys that were meant for another window from the message boxes that come up while their user is busy there;
-// see KeyGuard. A box that follows on what he has just done in a window of the program takes his keys at once.
+// Keeps keys from a message box that were meant for another window; see KeyGuard. A box that comes up right after the
+// user has done something in a window of the program is the answer to that and takes keys at once.
 class MessageBoxGuard {
   public:
     MessageBoxGuard() = default;
@@ -23,7 +23,7 @@ class MessageBoxGuard {
 
     // The user has pressed a key or a mouse button in a window of the program; `time` is that of the message.
     void UserActed(DWORD time);
-    // Runs what shows a box and returns when the box has been answered; its answer is the result.
+    // Calls `showBox`, which shows a box until it is answered, and returns its result.
     int Show(const std::function<int()>& showBox);
 
   private:
@@ -34,12 +34,12 @@ class MessageBoxGuard {
     bool KeepsOut(const MSG& input);
 
     KeyGuard guard_;
-    Watch* watch_ = nullptr;  // while boxes are up
+    Watch* watch_ = nullptr;  // while a guarded box is up
     DWORD lastAct_ = 0;
     bool acted_ = false;
 };
 
-// Whether the input, a key or the press of a mouse button, is not for the window that the guard stands before.
+// Whether the input, a key or the press of a mouse button, does not count in the window that the guard is for.
 bool KeepsOut(KeyGuard& guard, const MSG& input);
 
 }  // namespace korvanta

@@ -13,8 +13,12 @@ constexpr std::int64_t unitsPerMillisecond = 10000;  // a FILETIME counts 100 ns
 SYSTEMTIME SystemTime(DateTime time) {
     const auto units = static_cast<std::uint64_t>(time.milliseconds * unitsPerMillisecond);
     const FILETIME fileTime{static_cast<DWORD>(units), static_cast<DWORD>(units >> 32)};
-    // Where the conversion fails, before 1601, the first day there is stands for it.
-    SYSTEMTIME systemTime{1601, 1, 1, 1, 0, 0, 0, 0};
+    // The first day of the calendar stands for times before it, where the conversion fails.
+    SYSTEMTIME systemTime{};
+    systemTime.wYear = 1601;
+    systemTime.wMonth = 1;
+    systemTime.wDayOfWeek = 1;
+    systemTime.wDay = 1;
     ::FileTimeToSystemTime(&fileTime, &systemTime);
     return systemTime;
 }
@@ -33,8 +37,12 @@ DateTime WindowsClock::Now() {
 
 CalendarTime WindowsClock::Calendar(DateTime time) {
     const SYSTEMTIME systemTime = SystemTime(time);
-    return {systemTime.wYear, systemTime.wMonth,  systemTime.wDay,
-            systemTime.wHour, systemTime.wMinute, systemTime.wSecond};
+    return {.year = systemTime.wYear,
+            .month = systemTime.wMonth,
+            .day = systemTime.wDay,
+            .hour = systemTime.wHour,
+            .minute = systemTime.wMinute,
+            .second = systemTime.wSecond};
 }
 
 std::u16string WindowsClock::ShortDate(DateTime time) {

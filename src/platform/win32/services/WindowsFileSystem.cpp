@@ -90,7 +90,7 @@ bool HasAttributes(const std::u16string& path, DWORD& attributes) {
     return attributes != INVALID_FILE_ATTRIBUTES;
 }
 
-// The system's calls would take a text with a zero inside for the shorter path in front of it.
+// Windows would take a text with a zero inside for the shorter path before the zero.
 bool IsPath(const std::u16string& path) {
     return path.find(u'\0') == std::u16string::npos;
 }
@@ -101,7 +101,7 @@ std::uint32_t WindowsFileSystem::OpenForReading(const std::u16string& path, std:
     if (!IsPath(path)) {
         return windowsError::invalidName;
     }
-    // Windows 9x refuses the sharing of deletion.
+    // Windows 9x refuses FILE_SHARE_DELETE.
     const DWORD sharing =
         FILE_SHARE_READ | FILE_SHARE_WRITE | (textCalls::IsWindows9x() ? 0 : static_cast<DWORD>(FILE_SHARE_DELETE));
     FileHandle opened(textCalls::OpenPath(path, GENERIC_READ, sharing, OPEN_EXISTING));
@@ -137,7 +137,7 @@ bool WindowsFileSystem::FolderExists(const std::u16string& path) {
 }
 
 std::uint32_t WindowsFileSystem::LastModified(const std::u16string& path, std::uint64_t& time) {
-    // A wildcard would find some other file.
+    // With a wildcard FindPath would find some other file.
     if (!IsPath(path) || path.find_first_of(u"*?") != std::u16string::npos) {
         return windowsError::invalidName;
     }
@@ -180,7 +180,7 @@ std::u16string WindowsFileSystem::TemporaryFolder() {
 }
 
 std::u16string WindowsFileSystem::TemporaryName() {
-    // Unique among all processes and machines, so nobody need look whether a file of that name is there.
+    // A GUID is unique among all processes and machines, so no file of that name can exist.
     GUID identifier{};
     ::CoCreateGuid(&identifier);
     const auto* bytes = reinterpret_cast<const unsigned char*>(&identifier);

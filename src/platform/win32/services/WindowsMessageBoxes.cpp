@@ -52,7 +52,7 @@ MessageAnswer WindowsMessageBoxes::Show(const std::u16string& text, const std::u
     HWND owner = ::GetActiveWindow();
     UINT type = Type(buttons) | Type(icon);
     if (!owner || !::IsWindowVisible(owner)) {
-        // With nothing to stand in front of it must not come up behind other programs, or behind a topmost form.
+        // Without an owner the box could come up behind other programs or behind a topmost form.
         owner = nullptr;
         type |= MB_TASKMODAL | MB_SETFOREGROUND | MB_TOPMOST;
     }

@@ -24,7 +24,8 @@ void WindowsMessageLoop::RunPending() {
     while (textCalls::PeekNextMessage(message, PM_REMOVE)) {
         bool last = message.message == WM_QUIT;
         if (message.message == WM_TIMER) {
-            // A timer that is due again was not waiting when this began; a slow handler must not keep us here for ever.
+            // A timer that ticks a second time came due meanwhile. Going on would never end when its handler takes as
+            // long as its interval.
             const TimerName timer(message.hwnd, message.wParam);
             last = std::find(ticked.begin(), ticked.end(), timer) != ticked.end();
             ticked.push_back(timer);
@@ -59,7 +60,7 @@ void WindowsMessageLoop::RunWhile(const std::function<bool()>& goOn) {
         if (textCalls::PeekNextMessage(message, PM_REMOVE)) {
             Take(message);
         } else if (goOn()) {
-            // Looking has handled what other threads sent, so the condition was asked again before this.
+            // Peeking delivers what other threads have sent, which can change the answer: so it is asked for once more.
             ::WaitMessage();
         }
     }
@@ -67,7 +68,7 @@ void WindowsMessageLoop::RunWhile(const std::function<bool()>& goOn) {
 
 void WindowsMessageLoop::Take(tagMSG& message) {
     if (message.message == WM_QUIT) {
-        // The loop that runs around this one must see it too.
+        // The loops around this one must see it too.
         quitting_ = true;
         ::PostQuitMessage(static_cast<int>(message.wParam));
     } else if (!dialogs_.Translate(message)) {

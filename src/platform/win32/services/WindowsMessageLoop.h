@@ -20,10 +20,10 @@ class WindowsMessageLoop : public MessageLoop {
     void Run() override;
     void Quit() override;
 
-    // A modal window's loop: waits for messages and handles them as long as `goOn` is true and nobody quits. `goOn` is
-    // asked before every wait.
+    // A modal window's loop: waits for messages and handles them while `goOn` returns true and nobody has quit. It
+    // calls `goOn` before each message and before each wait.
     void RunWhile(const std::function<bool()>& goOn);
-    // Whether Quit has been called, or the system has ended the loop.
+    // Whether Quit has been called or Windows has ended the loop.
     bool Quitting() const { return quitting_; }
 
   private:

@@ -10,9 +10,9 @@ namespace korvanta {
 
 namespace {
 
-// The thread that makes the mutex never gives its first acquisition up, so nobody else can ever get it. All that the
-// system need be asked for is something that another thread can wait on in vain, and only when one comes: a million
-// mutexes cost neither handles nor the time of a million system calls.
+// The thread that makes the mutex never releases its first acquisition, so no other thread can ever acquire it. Another
+// thread can only wait until its time is over. For that an event which is never signalled is enough, and it is made
+// when such a thread comes: a million mutexes need neither a million handles nor the time to make them.
 class OwnedMutex : public Mutex {
   public:
     ~OwnedMutex() override { const KernelHandle closed(neverSignalled_.load()); }
@@ -41,7 +41,7 @@ class OwnedMutex : public Mutex {
         HANDLE current = neverSignalled_;
         if (!current) {
             KernelHandle made(::CreateEventA(nullptr, TRUE, FALSE, nullptr));
-            // Another thread may have come first; then its event is `current`, and this one is closed again.
+            // When another thread has been faster, its event is `current` now, and this one is closed again.
             if (made && neverSignalled_.compare_exchange_strong(current, made.Get())) {
                 current = made.Release();
             }
@@ -50,7 +50,7 @@ class OwnedMutex : public Mutex {
     }
 
     const DWORD owner_ = ::GetCurrentThreadId();
-    std::uint32_t acquisitions_ = 0;  // without the first one
+    std::uint32_t acquisitions_ = 0;  // beyond the first one
     std::atomic<HANDLE> neverSignalled_ = nullptr;
 };
 

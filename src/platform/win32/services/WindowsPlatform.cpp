@@ -22,7 +22,7 @@
 
 namespace korvanta {
 
-// In the order in which they build on each other.
+// A part is declared after those that it refers to.
 struct WindowsPlatform::Parts {
     Fonts fonts;
     DialogWindows dialogs;
@@ -43,8 +43,21 @@ struct WindowsPlatform::Parts {
     WindowsMessageBoxes messageBoxes{messageLoop, messageBoxGuard};
     WindowsScreen screen{fonts};
     WindowsTextMeasure textMeasure{fonts};
-    Platform services{files, codePage, registry, spooler,      waitableHandles, mutexes, internet,   sockets,
-                      shell, system,   clock,    messageBoxes, messageLoop,     screen,  textMeasure};
+    Platform services{.files = files,
+                      .codePage = codePage,
+                      .registry = registry,
+                      .spooler = spooler,
+                      .waitableHandles = waitableHandles,
+                      .mutexes = mutexes,
+                      .internet = internet,
+                      .sockets = sockets,
+                      .shell = shell,
+                      .system = system,
+                      .clock = clock,
+                      .messageBoxes = messageBoxes,
+                      .messageLoop = messageLoop,
+                      .screen = screen,
+                      .textMeasure = textMeasure};
 };
 
 WindowsPlatform::WindowsPlatform() : parts_(std::make_unique<Parts>()) {}

@@ -12,7 +12,7 @@ class MessageBoxGuard;
 class WindowsMessageLoop;
 class WindowsWorkers;
 
-// The real services: one of each, made once and living as long as this object. What it gives lives as long.
+// The real services, one of each. All that these functions return lives as long as this object.
 class WindowsPlatform {
   public:
     WindowsPlatform();
@@ -23,7 +23,7 @@ class WindowsPlatform {
     Platform& Services();
     WindowsWorkers& Workers();
 
-    // What the windows on the screen share with the services.
+    // What the peers share with the services.
     Fonts& DialogFonts();
     DialogWindows& Dialogs();
     WindowsMessageLoop& Loop();

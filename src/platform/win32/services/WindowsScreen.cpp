@@ -19,7 +19,7 @@ RECT MonitorWorkArea(const RECT& rectangle) {
             return information.rcWork;
         }
     }
-    // This Windows knows of one monitor.
+    // Windows 95 and NT 4 know one monitor only.
     RECT area{0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN)};
     ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
     return area;

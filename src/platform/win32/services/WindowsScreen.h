@@ -8,7 +8,7 @@ namespace korvanta {
 
 class Fonts;
 
-// What taskbars leave free, in pixels, of the monitor that has the most of a rectangle or is nearest to it.
+// The monitor that shows most of a rectangle, or else is nearest to it, less its taskbars. In pixels.
 RECT MonitorWorkArea(const RECT& rectangle);
 
 class WindowsScreen : public Screen {

@@ -13,19 +13,19 @@ namespace korvanta {
 
 namespace {
 
-// The record's first and shortest form, which every Windows knows: 88 bytes, the tip 64 of them.
+// The oldest form of the record, which every Windows knows: 88 bytes, 64 of them for the tip.
 constexpr DWORD recordSize = 88;
 constexpr std::size_t tipSize = 64;
 static_assert(NOTIFYICONDATAA_V1_SIZE == recordSize);
 
-// The icon belongs to the system and is not to be destroyed.
+// LR_SHARED: the icon belongs to Windows and must not be destroyed.
 HICON ProgramIcon() {
     const HANDLE icon = ::LoadImageA(::GetModuleHandleA(nullptr), MAKEINTRESOURCEA(KORVANTA_PROGRAM_ICON), IMAGE_ICON,
                                      ::GetSystemMetrics(SM_CXSMICON), ::GetSystemMetrics(SM_CYSMICON), LR_SHARED);
     return static_cast<HICON>(icon);
 }
 
-// As many characters as fit with their terminating zero, none cut in half.
+// As many characters as fit with a terminating zero; no double-byte character is cut in half.
 std::string FittingTip(std::u16string_view tip) {
     tip = tip.substr(0, tipSize - 1);
     std::string bytes = textCalls::ToCodePage(tip);

@@ -2,7 +2,7 @@
 
 #include <winspool.h>
 
-// Names of the system's header that are ours too.
+// The header of Windows defines these names of ours as macros.
 #undef OpenPrinter
 #undef EnumJobs
 #undef SetJob
@@ -24,7 +24,7 @@ constexpr char printLibrary[] = "winspool.drv";
 using FindFirstCall = HANDLE(WINAPI*)(HANDLE printer, DWORD filter, DWORD options, void* notifyOptions);
 using FindNextCall = BOOL(WINAPI*)(HANDLE change, DWORD* changed, void* notifyOptions, void** information);
 
-// How many bytes can be read from the address on without a fault; 0 when not even one.
+// How many bytes can be read from the address on without an access violation.
 std::size_t ReadableBytes(std::uintptr_t address) {
     constexpr DWORD readable = PAGE_READONLY | PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READ |
                                PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
@@ -63,7 +63,7 @@ std::int32_t WindowsSpooler::EnumJobs(PrinterHandle handle, std::uint32_t firstJ
     return result;
 }
 
-// A library that claims more jobs than it has filled in leaves any bytes in the place of an address.
+// A print library that reports more jobs than it has filled in leaves random bytes where an address should be.
 std::u16string WindowsSpooler::TextAt(std::uint32_t address) {
     std::string bytes;
     auto next = static_cast<std::uintptr_t>(address);
@@ -84,7 +84,7 @@ std::int32_t WindowsSpooler::SetJob(PrinterHandle handle, std::int32_t jobId, st
 }
 
 ChangeHandle WindowsSpooler::FindFirstChange(PrinterHandle handle, std::uint32_t filter) {
-    // Windows 95's print library lacks the call, and a program that links it would not start there.
+    // The print library of Windows 95 lacks the call; a program that linked it would not start there.
     const auto findFirst = LateCall<FindFirstCall>(printLibrary, "FindFirstPrinterChangeNotification");
     if (!findFirst) {
         ::SetLastError(ERROR_CALL_NOT_IMPLEMENTED);

@@ -23,7 +23,7 @@ bool IsBlank(char16_t character) {
 
 }  // namespace
 
-// Named objects that say to other processes that this one is there.
+// Named objects by which other processes see that this one is running.
 struct WindowsSystem::Claims {
     std::vector<KernelHandle> held;
 };

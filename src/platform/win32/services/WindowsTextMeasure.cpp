@@ -8,7 +8,7 @@ namespace korvanta {
 
 namespace {
 
-// What is drawn of a caption: an "&" goes, of "&&" one stays.
+// The text that a caption shows: without the "&" of its access key, and with one "&" for each "&&".
 std::u16string Drawn(const std::u16string& caption) {
     std::u16string drawn;
     for (std::size_t i = 0; i < caption.size(); ++i) {
