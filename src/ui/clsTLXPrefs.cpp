@@ -32,19 +32,79 @@ std::u16string WithoutLineEnds(std::u16string value) {
     return value;
 }
 
+// The key gets an empty value when it is absent.
+void TakeIds(KeyTable& keys, const char16_t* key, List& list) {
+    if (keys.Find(key) == nullptr) {
+        keys.Set(key, u"");
+    }
+    for (const std::u16string& piece : Split(*keys.Find(key), u",")) {
+        list.Append(ToInteger32(piece));
+    }
+}
+
+void AppendOnce(List& list, std::int32_t accountId) {
+    if (!list.Contains(accountId)) {
+        list.Append(accountId);
+    }
+}
+
+void MoveToEnd(List& history, std::int32_t accountId) {
+    if (history.Contains(accountId)) {
+        history.Remove(accountId);
+    }
+    history.Append(accountId);
+    if (history.Length() > longestHistory) {
+        history.Delete(0);
+    }
+}
+
+// Gives the list these elements. It grows before it changes, so that nothing is missing from it when memory runs out.
+void Replace(List& list, const std::vector<Variant>& items) {
+    const auto length = static_cast<std::int32_t>(items.size());
+    for (std::int32_t i = list.Length(); i < length; ++i) {
+        list.Append(items[static_cast<std::size_t>(i)]);
+    }
+    for (std::int32_t i = 0; i < length; ++i) {
+        list.Item(i, items[static_cast<std::size_t>(i)]);
+    }
+    while (list.Length() > length) {
+        list.Pop();
+    }
+}
+
+// What an error tells of the copy that was being read.
+clsTLXPrefs::Reading ReadingAfter(const Error& error) {
+    switch (error.Number()) {
+        case errorNumber::fileNotFound:
+        case errorNumber::badFileName:
+            return clsTLXPrefs::Reading::Missing;
+        case errorNumber::pathNotFound:
+            return clsTLXPrefs::Reading::Unreachable;
+        case errorNumber::typeMismatch:
+        case errorNumber::overflow:
+        case errorNumber::subscriptOutOfRange:
+        case errorNumber::outOfStringSpace:
+            return clsTLXPrefs::Reading::Malformed;
+        default:
+            return clsTLXPrefs::Reading::Locked;
+    }
+}
+
 }  // namespace
+
+clsTLXPrefs::Contents::Contents(MutexFactory& mutexes)
+    : history(std::make_shared<List>(mutexes)), preferred(std::make_shared<List>(mutexes)) {}
 
 clsTLXPrefs::clsTLXPrefs(FileSystem& files, MutexFactory& mutexes, const std::u16string& primaryServerName,
                          const std::u16string& userName)
     : files_(files),
       mutexes_(mutexes),
       localPath_(files.TemporaryFolder() + u"\\tlxpref.txt"),
-      serverPath_(Shares(primaryServerName).PreferencesFile(userName)) {
-    settled_ = LoadPrefs(serverPath_) || LoadPrefs(localPath_);
-    if (!settled_) {
-        keys_.Clear();
-        history_ = std::make_shared<List>(mutexes_);
-        preferred_ = std::make_shared<List>(mutexes_);
+      serverPath_(Shares(primaryServerName).PreferencesFile(userName)),
+      contents_(mutexes) {
+    reading_ = LoadPrefs(serverPath_, contents_);
+    if (reading_ != Reading::Good) {
+        reading_ = LoadPrefs(localPath_, contents_);
     }
 }
 
@@ -57,7 +117,7 @@ std::int16_t clsTLXPrefs::LastTab() const {
 }
 
 void clsTLXPrefs::LastTab(std::int16_t tab) {
-    keys_.Set(keyLastTab, NumberText(tab));
+    contents_.keys.Set(keyLastTab, NumberText(tab));
 }
 
 std::u16string clsTLXPrefs::LastSearchString() const {
@@ -65,7 +125,7 @@ std::u16string clsTLXPrefs::LastSearchString() const {
 }
 
 void clsTLXPrefs::LastSearchString(const std::u16string& text) {
-    keys_.Set(keyLastSearchString, WithoutLineEnds(text));
+    contents_.keys.Set(keyLastSearchString, WithoutLineEnds(text));
 }
 
 bool clsTLXPrefs::LastSearchRemember() const {
@@ -73,19 +133,22 @@ bool clsTLXPrefs::LastSearchRemember() const {
 }
 
 void clsTLXPrefs::LastSearchRemember(bool remember) {
-    keys_.Set(keyLastSearchRemember, BooleanDigit(remember));
+    contents_.keys.Set(keyLastSearchRemember, BooleanDigit(remember));
 }
 
 bool clsTLXPrefs::Save() {
-    const bool mayReplace = settled_ || TakeOverStored();
+    const bool mayReplace = reading_ == Reading::Good || TakeOverStored();
     const bool server = mayReplace && StorePrefs(serverPath_);
     const bool local = ReplaceLocalCopy();
-    settled_ = settled_ || server;
+    if (server) {
+        reading_ = Reading::Good;
+    }
     localCopyIsOwn_ = localCopyIsOwn_ || local;
     return server && local;
 }
 
-// While the server's copy is in doubt the local one may be the last that there is.
+// The new copy replaces the old one in one step: while the server's copy cannot be written, the local one may be the
+// last that there is.
 bool clsTLXPrefs::ReplaceLocalCopy() {
     const std::u16string fresh = localPath_ + u".new";
     const bool replaced = StorePrefs(fresh) && files_.Copy(fresh, localPath_) == windowsError::none;
@@ -93,117 +156,93 @@ bool clsTLXPrefs::ReplaceLocalCopy() {
     return replaced;
 }
 
-// A server that was down when the program started would otherwise lose what the user had chosen on other machines.
-// False while the server's copy is there and cannot be read: it waits for another Save.
+// When the server was down at the start of the program, what the user chose on other machines is read now. False while
+// the server's copy is locked: it is left alone until another save can read it.
 bool clsTLXPrefs::TakeOverStored() {
-    settled_ = TakeOver(serverPath_);
-    const bool inDoubt = !settled_ && unreadable_;
-    settled_ = settled_ || (!localCopyIsOwn_ && TakeOver(localPath_));
-    return settled_ || !inDoubt;
+    reading_ = TakeOver(serverPath_);
+    if (reading_ != Reading::Good && !localCopyIsOwn_ && TakeOver(localPath_) == Reading::Good) {
+        reading_ = Reading::Good;
+    }
+    return reading_ != Reading::Locked;
 }
 
-// What was stored comes first in the lists; of the other values those count that were set here. The lists stay the
-// objects that they are.
-bool clsTLXPrefs::TakeOver(const std::u16string& path) {
-    clsTLXPrefs stored(*this);
-    const bool loaded = stored.LoadPrefs(path);
-    unreadable_ = stored.unreadable_;
-    if (!loaded) {
-        return false;
-    }
-    const std::vector<Variant> preferred = preferred_->Items();
-    const std::vector<Variant> history = history_->Items();
-    for (List* list : {preferred_.get(), history_.get()}) {
-        while (list->Length() != 0) {
-            list->Pop();
+clsTLXPrefs::Reading clsTLXPrefs::TakeOver(const std::u16string& path) {
+    try {
+        Contents stored(mutexes_);
+        const Reading reading = LoadPrefs(path, stored);
+        if (reading == Reading::Good) {
+            Merge(stored);
         }
+        return reading;
+    } catch (const std::exception&) {
+        return Reading::Locked;
     }
-    preferred_->Extend(*stored.preferred_);
-    history_->Extend(*stored.history_);
-    for (const Variant& id : preferred) {
-        AddPreferred(id.Integer());
+}
+
+// As if the copy had been read at the start, and everything since been done to it. The lists stay the same objects,
+// since others hold them.
+void clsTLXPrefs::Merge(Contents& stored) {
+    for (const Variant& id : contents_.preferred->Items()) {
+        AppendOnce(*stored.preferred, id.Integer());
     }
-    for (const Variant& id : history) {
-        SetLastSelectedAccount(id.Integer());
+    for (const Variant& id : contents_.history->Items()) {
+        MoveToEnd(*stored.history, id.Integer());
     }
-    for (const auto& [key, value] : stored.keys_.All()) {
-        if (keys_.Find(key) == nullptr) {
-            keys_.Set(key, value);
-        }
+    for (const auto& [key, value] : contents_.keys.All()) {
+        stored.keys.Set(key, value);
     }
-    return true;
+    Replace(*contents_.preferred, stored.preferred->Items());
+    Replace(*contents_.history, stored.history->Items());
+    std::swap(contents_.keys, stored.keys);
 }
 
 std::int32_t clsTLXPrefs::GetLastSelectedAccount() const {
-    const std::int32_t length = history_->Length();
-    return length == 0 ? -1 : history_->Item(length - 1).Integer();
+    const std::int32_t length = History()->Length();
+    return length == 0 ? -1 : History()->Item(length - 1).Integer();
 }
 
 void clsTLXPrefs::SetLastSelectedAccount(std::int32_t accountId) {
-    if (history_->Contains(accountId)) {
-        history_->Remove(accountId);
-    }
-    history_->Append(accountId);
-    if (history_->Length() > longestHistory) {
-        history_->Delete(0);
-    }
+    MoveToEnd(*History(), accountId);
 }
 
 void clsTLXPrefs::AddPreferred(std::int32_t accountId) {
-    if (!preferred_->Contains(accountId)) {
-        preferred_->Append(accountId);
-    }
+    AppendOnce(*Preferred(), accountId);
 }
 
 void clsTLXPrefs::RemovePreferred(std::int32_t accountId) {
-    if (preferred_->Contains(accountId)) {
-        preferred_->Remove(accountId);
+    if (Preferred()->Contains(accountId)) {
+        Preferred()->Remove(accountId);
     }
 }
 
-// Moves those that stay to the front, one by one: whatever fails in the middle, none of them is missing.
 void clsTLXPrefs::RemovePreferred(const std::set<std::int32_t>& accountIds) {
     if (accountIds.empty()) {
         return;
     }
-    std::int32_t kept = 0;
-    for (const Variant& id : preferred_->Items()) {
-        if (!accountIds.contains(id.Integer())) {
-            preferred_->Item(kept++, id);
-        }
-    }
-    while (preferred_->Length() > kept) {
-        preferred_->Pop();
-    }
+    std::vector<Variant> kept = Preferred()->Items();
+    std::erase_if(kept, [&](const Variant& id) { return accountIds.contains(id.Integer()); });
+    Replace(*Preferred(), kept);
 }
 
-bool clsTLXPrefs::ReadPrefsFile(const std::u16string& path) {
-    keys_.Clear();
-    unreadable_ = false;
-    try {
-        TextInput file = TextInput::OpenUtf16(files_, path);
-        while (!file.AtEnd()) {
-            FieldReader fields(file.ReadLineView());
-            const std::u16string key(fields.Next());
-            keys_.Set(key, std::u16string(fields.Next()));
-        }
-    } catch (const Error& error) {
-        unreadable_ = error.Number() == errorNumber::permissionDenied || error.Number() == errorNumber::deviceError;
-        return false;
-    } catch (const std::exception&) {
-        return false;
+clsTLXPrefs::Reading clsTLXPrefs::ReadPrefsFile(const std::u16string& path, KeyTable& keys) const {
+    keys.Clear();
+    TextInput file = TextInput::OpenUtf16(files_, path);
+    while (!file.AtEnd()) {
+        FieldReader fields(file.ReadLineView());
+        const std::u16string key(fields.Next());
+        keys.Set(key, std::u16string(fields.Next()));
     }
     // Every file that Save completed has lines. One without any was emptied by a write that could not be finished, and
-    // the other copy may still know the user's preferences.
-    return !keys_.All().empty();
+    // the other copy may still hold the user's preferences.
+    return keys.All().empty() ? Reading::Malformed : Reading::Good;
 }
 
-bool clsTLXPrefs::WritePrefsFile(const std::u16string& path) {
+bool clsTLXPrefs::WritePrefsFile(const std::u16string& path) const {
     bool opened = false;
     try {
         TextOutput file = TextOutput::OpenUtf16(files_, path);
         opened = true;
-        for (const auto& [key, value] : keys_.All()) {
+        for (const auto& [key, value] : contents_.keys.All()) {
             file.Write(key);
             file.Write(std::u16string_view(&fieldSeparator, 1));
             file.WriteLine(value);
@@ -212,21 +251,34 @@ bool clsTLXPrefs::WritePrefsFile(const std::u16string& path) {
         return true;
     } catch (const std::exception&) {
         if (opened) {
-            // Half a file would be read as if it were a whole one; without it the other copy is read.
+            // Half a file could pass for a whole one; when it is missing, the other copy is read.
             static_cast<void>(files_.Delete(path));
         }
         return false;
     }
 }
 
-bool clsTLXPrefs::LoadPrefs(const std::u16string& path) {
-    return ReadPrefsFile(path) && ReadIds(keyHistory, history_) && ReadIds(keyPreferred, preferred_);
+// Changes `contents` only when the copy is good.
+clsTLXPrefs::Reading clsTLXPrefs::LoadPrefs(const std::u16string& path, Contents& contents) const {
+    try {
+        Contents loaded(mutexes_);
+        const Reading reading = ReadPrefsFile(path, loaded.keys);
+        if (reading != Reading::Good) {
+            return reading;
+        }
+        TakeIds(loaded.keys, keyHistory, *loaded.history);
+        TakeIds(loaded.keys, keyPreferred, *loaded.preferred);
+        std::swap(contents, loaded);
+        return Reading::Good;
+    } catch (const std::exception&) {
+        return ReadingAfter(Error::Current());
+    }
 }
 
 bool clsTLXPrefs::StorePrefs(const std::u16string& path) {
     try {
-        keys_.Set(keyHistory, JoinedIds(*history_));
-        keys_.Set(keyPreferred, JoinedIds(*preferred_));
+        contents_.keys.Set(keyHistory, JoinedIds(*History()));
+        contents_.keys.Set(keyPreferred, JoinedIds(*Preferred()));
         return WritePrefsFile(path);
     } catch (const std::exception&) {
         return false;
@@ -234,21 +286,8 @@ bool clsTLXPrefs::StorePrefs(const std::u16string& path) {
 }
 
 std::u16string clsTLXPrefs::ValueOf(const std::u16string& key, const std::u16string& absent) const {
-    const std::u16string* value = keys_.Find(key);
+    const std::u16string* value = contents_.keys.Find(key);
     return value != nullptr ? *value : absent;
-}
-
-bool clsTLXPrefs::ReadIds(const std::u16string& key, std::shared_ptr<List>& list) {
-    list = std::make_shared<List>(mutexes_);
-    keys_.Set(key, ValueOf(key, u""));
-    try {
-        for (const std::u16string& piece : Split(ValueOf(key, u""), u",")) {
-            list->Append(ToInteger32(piece));
-        }
-    } catch (const Error&) {
-        return false;
-    }
-    return true;
 }
 
 }  // namespace korvanta

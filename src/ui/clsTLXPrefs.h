@@ -16,14 +16,23 @@ namespace korvanta {
 // memory until Save. Files that cannot be read or written raise nothing.
 class clsTLXPrefs {
   public:
+    // What the last reading of a copy gave.
+    enum class Reading {
+        Good,
+        Missing,      // there is no such file
+        Unreachable,  // its folder, its share or its server is not there
+        Locked,       // it may be there, but could not be read this time
+        Malformed     // it was read, and is no complete preferences file
+    };
+
     // `userName` as the files of the user are named: trimmed, in lower case. Reads the server's copy, else the local.
     clsTLXPrefs(FileSystem& files, MutexFactory& mutexes, const std::u16string& primaryServerName,
                 const std::u16string& userName);
 
     // Account IDs of recent selections, newest last, at most 20.
-    const std::shared_ptr<List>& History() const { return history_; }
+    const std::shared_ptr<List>& History() const { return contents_.history; }
     // Preferred account IDs in display order; may be reordered in place.
-    const std::shared_ptr<List>& Preferred() const { return preferred_; }
+    const std::shared_ptr<List>& Preferred() const { return contents_.preferred; }
 
     // The tab last shown, 1 by default (also when the file holds no number).
     std::int16_t LastTab() const;
@@ -33,11 +42,13 @@ class clsTLXPrefs {
     bool LastSearchRemember() const;
     void LastSearchRemember(bool remember);
 
-    // Writes the server copy, then the local copy; false when either write failed. The local copy is replaced once the
-    // new one is complete, so that the preferences outlive a save during which nothing can be written. When neither
-    // copy could be read so far, but one can be now, what it holds is taken over first. As long as the server's is
-    // there and cannot be read (70, 57), it is not written over, which counts as a failure.
+    // Writes the server's copy, then the local copy; false when either write failed. Never raises. The local copy is
+    // replaced once the new one is complete, so a save that can write nothing leaves the old one. As long as neither
+    // copy has been read, each save tries to read them again and adds what they hold to what was set here. A server's
+    // copy that is locked then is not overwritten, and the save fails.
     bool Save();
+    // Good when the preferences are those of a stored copy, with the changes made here. Otherwise they began empty.
+    Reading LastReading() const { return reading_; }
 
     // -1 when there is no history.
     std::int32_t GetLastSelectedAccount() const;
@@ -48,27 +59,32 @@ class clsTLXPrefs {
     void RemovePreferred(const std::set<std::int32_t>& accountIds);
 
   private:
-    bool ReadPrefsFile(const std::u16string& path);
-    bool WritePrefsFile(const std::u16string& path);
-    bool LoadPrefs(const std::u16string& path);
+    // What a copy holds.
+    struct Contents {
+        explicit Contents(MutexFactory& mutexes);
+
+        KeyTable keys;
+        std::shared_ptr<List> history;
+        std::shared_ptr<List> preferred;
+    };
+
+    Reading ReadPrefsFile(const std::u16string& path, KeyTable& keys) const;
+    bool WritePrefsFile(const std::u16string& path) const;
+    Reading LoadPrefs(const std::u16string& path, Contents& contents) const;
     bool StorePrefs(const std::u16string& path);
     bool ReplaceLocalCopy();
     bool TakeOverStored();
-    bool TakeOver(const std::u16string& path);
+    Reading TakeOver(const std::u16string& path);
+    void Merge(Contents& stored);
     std::u16string ValueOf(const std::u16string& key, const std::u16string& absent) const;
-    bool ReadIds(const std::u16string& key, std::shared_ptr<List>& list);
 
     FileSystem& files_;
     MutexFactory& mutexes_;
     std::u16string localPath_;
     std::u16string serverPath_;
-    KeyTable keys_;
-    std::shared_ptr<List> history_;
-    std::shared_ptr<List> preferred_;
-    // Whether what is stored is known here: it was read, or it comes from here.
-    bool settled_ = false;
-    bool localCopyIsOwn_ = false;
-    bool unreadable_ = false;  // the file that was read last is there, but was not to be read
+    Contents contents_;
+    Reading reading_ = Reading::Missing;
+    bool localCopyIsOwn_ = false;  // it was written here, so there is nothing in it to take over
 };
 
 }  // namespace korvanta

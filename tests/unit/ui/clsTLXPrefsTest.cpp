@@ -3,6 +3,7 @@
 #include <memory>
 #include <set>
 
+#include "common/TextStream.h"
 #include "fakes/FakeClock.h"
 #include "fakes/FakeFileSystem.h"
 #include "fakes/FakeMutexFactory.h"
@@ -334,6 +335,42 @@ TEST_F(PrefsTest, AServersCopyThatWasWrittenHalfIsNotTakenForAWholeOne) {
     EXPECT_THAT(Numbers(Load().Preferred()), ElementsAre(50, 51, 52));
 }
 
+TEST_F(PrefsTest, WhatTheLastReadingGaveIsTold) {
+    using Reading = clsTLXPrefs::Reading;
+    EXPECT_EQ(Load().LastReading(), Reading::Missing);
+    files.WriteUtf16(local, u"history\u00014,x\r\n");
+    EXPECT_EQ(Load().LastReading(), Reading::Malformed);
+    files.WriteUtf16(local, u"no separator\r\n");
+    EXPECT_EQ(Load().LastReading(), Reading::Malformed);
+    files.WriteUtf16(local, u"key\u0001" + std::u16string(TextInput::longestLine + 1, u'x'));
+    EXPECT_EQ(Load().LastReading(), Reading::Malformed);
+    files.WriteUtf16(local, u"history\u00012147483648\r\n");
+    EXPECT_EQ(Load().LastReading(), Reading::Malformed);
+    for (const auto& [code, reading] : {std::pair{windowsError::sharingViolation, Reading::Locked},
+                                        {windowsError::accessDenied, Reading::Locked},
+                                        {windowsError::diskFull, Reading::Locked},
+                                        {windowsError::badNetPath, Reading::Unreachable},
+                                        {windowsError::badNetName, Reading::Unreachable},
+                                        {windowsError::pathNotFound, Reading::Unreachable},
+                                        {windowsError::invalidName, Reading::Missing},
+                                        {windowsError::fileNotFound, Reading::Missing}}) {
+        files.FailPath(local, code);
+        EXPECT_EQ(Load().LastReading(), reading) << "Windows error " << code;
+    }
+    files.FailPath(local, 0);
+    WriteGoodLocal();
+    EXPECT_EQ(Load().LastReading(), Reading::Good);
+}
+
+TEST_F(PrefsTest, AServersCopyThatWasWrittenCountsAsRead) {
+    clsTLXPrefs prefs = Load();
+    EXPECT_TRUE(prefs.Save());
+    EXPECT_EQ(prefs.LastReading(), clsTLXPrefs::Reading::Good);
+    files.WriteUtf16(server, u"history\u00014\r\n");
+    EXPECT_TRUE(prefs.Save());
+    EXPECT_THAT(Numbers(Load().History()), IsEmpty()) << "the last writer wins";
+}
+
 TEST_F(PrefsTest, WhatCouldNotBeReadAtTheStartIsNotOverwrittenBySave) {
     files.WriteUtf16(server, u"other\u0001kept\r\nlasttab\u00012\r\nhistory\u00014,6\r\npreferred\u000150,51\r\n");
     files.Down(u"SRV");
@@ -379,6 +416,26 @@ TEST_F(PrefsTest, ALocalCopyThatCouldNotBeReadAtTheStartIsNotOverwrittenBySave) 
     ExpectDefaults(prefs);
     prefs.Save();
     EXPECT_THAT(Numbers(Load().Preferred()), ElementsAre(50, 51));
+}
+
+TEST_F(PrefsTest, AStoredCopyThatCannotBeTakenOverIsLeftAlone) {
+    files.WriteUtf16(server, u"preferred\u000150,51\r\n");
+    files.Down(u"SRV");
+    clsTLXPrefs prefs = Load();
+    prefs.AddPreferred(7);
+    files.Up(u"SRV");
+    // Wherever a list fails while they are put together.
+    for (int good = 0; good < 12; ++good) {
+        for (int i = 0; i < good; ++i) {
+            mutexes.state.waitResults.push_back(WaitResult::Acquired);
+        }
+        mutexes.state.waitResults.push_back(WaitResult::TimedOut);
+        EXPECT_NO_THROW(prefs.Save());
+        mutexes.state.waitResults.clear();
+        EXPECT_THAT(Numbers(Load().Preferred()), testing::IsSupersetOf({50, 51})) << good;
+    }
+    prefs.Save();
+    EXPECT_THAT(Numbers(Load().Preferred()), ElementsAre(50, 51, 7));
 }
 
 TEST_F(PrefsTest, SaveDoesNotRaiseWhenAListCannotBeRead) {
