@@ -4,14 +4,15 @@
 #include <vector>
 
 #include "controls/Grid.h"
+#include "controls/ReentryFlag.h"
 #include "server/clsAccount.h"
 #include "translation/Translator.h"
+#include "ui/AccountRows.h"
 
 namespace korvanta {
 
-// The list of accounts in the account selection dialog: rows in the order in which they are added, whole-row
-// selection, a picture beside main accounts, inactive accounts in grey. It keeps no account objects: the hidden
-// columns 2 (account ID) and 3 ("1" when active) are all it knows of a row.
+// A list of accounts in the account selection dialog: rows in the order in which they are added, of which the user
+// selects whole ones.
 class ctlAccountList : public Container {
   public:
     ctlAccountList(std::u16string name, Translator& translator);
@@ -26,22 +27,23 @@ class ctlAccountList : public Container {
     void AccountDisplay(std::int32_t mode) { accountDisplay_ = mode; }
     bool Redraw() const { return flxAccounts.Redraw(); }
     void Redraw(bool redraw) { flxAccounts.Redraw(redraw); }
-    void Clear();
+    void Clear() { rows_.Clear(); }
     // Appends a row and makes it current.
     void AddAccount(const clsAccount& account) { AddAccount(account.Fields()); }
     void AddAccount(const AccountFields& account);
-    bool SelectedActive() const;
+    bool SelectedActive() const { return rows_.IsActive(flxAccounts.Row()); }
     // -1 when no data row is current.
-    std::int32_t SelectedID() const;
+    std::int32_t SelectedID() const { return rows_.Id(flxAccounts.Row()); }
     // Makes the last row with that ID current, the first data row when there is none. Raises Click when there are rows.
     void SelectedID(std::int32_t accountId);
 
     // The IDs of all rows that may be charged, in row order.
-    std::vector<std::int32_t> ActiveIDs() const;
-    // Walks the current row by so many rows, staying inside the data rows; a page is the rows in view.
+    std::vector<std::int32_t> ActiveIDs() const { return rows_.ActiveIDs(); }
+    // Moves on from the current row by so many rows, at most to the first or the last account, and into view.
     void MoveBy(int rows);
     void MoveToFirst() { MoveBy(-flxAccounts.Rows()); }
     void MoveToLast() { MoveBy(flxAccounts.Rows()); }
+    // The number of rows in view.
     int PageRows() const { return flxAccounts.VisibleRows(); }
 
     Grid flxAccounts{u"flxAccounts"};
@@ -50,11 +52,11 @@ class ctlAccountList : public Container {
 
   private:
     void Resized() override;
-    void SetUpGrid();
     void SelectWholeRow();
 
+    AccountRows rows_{flxAccounts};
     std::int32_t accountDisplay_ = 0;
-    bool selecting_ = false;
+    ReentryFlag selecting_;
 };
 
 }  // namespace korvanta
