@@ -1,17 +1,12 @@
 #include "ui/frmAccountNumber.h"
 
-#include <algorithm>
-#include <optional>
 #include <utility>
 #include <vector>
 
 #include "common/Conversion.h"
 #include "common/LogErrors.h"
 #include "common/Text.h"
-#include "common/TextStream.h"
 #include "controls/AccessKey.h"
-#include "server/PrinterName.h"
-#include "server/Shares.h"
 
 namespace korvanta {
 
@@ -20,21 +15,12 @@ namespace {
 constexpr std::size_t longestComment = 254;
 constexpr std::int16_t commentMandatory = 2;
 
-// The first characters of a text, at most so many units. A character of two units is not cut in the middle: strict
-// readers take no file that holds half of one.
+// The start of a text: at most so many UTF-16 units, and no half of a surrogate pair, since strict readers reject a
+// file that holds one.
 std::u16string FirstCharacters(const std::u16string& text, std::size_t units) {
     const auto isHalf = [&text](std::size_t at, char16_t kind) { return (text[at] & 0xFC00U) == kind; };
     const bool cutsCharacter = text.size() > units && isHalf(units - 1, 0xD800) && isHalf(units, 0xDC00);
     return text.substr(0, cutsCharacter ? units - 1 : units);
-}
-
-// A field of a notification is one line: line breaks in it, as documents may have them in their names, would make the
-// server take what follows for other fields.
-std::u16string OneLine(std::u16string_view text) {
-    std::u16string line = Replace(text, lineBreak, u" ");
-    std::replace_if(
-        line.begin(), line.end(), [](char16_t unit) { return unit == u'\r' || unit == u'\n'; }, u' ');
-    return line;
 }
 
 }  // namespace
@@ -47,6 +33,8 @@ frmAccountNumber::frmAccountNumber(const AccountDialogServices& services)
       jobs_(services.platform.mutexes),
       views_(*this, services.accounts, services.prefs, services.platform.messageLoop, services.log,
              [this](std::int32_t accountId) { AccountSelected(accountId); }),
+      placement_(*this, services.platform.screen),
+      notifications_(services.platform.files, services.platform.clock, services.errorReports, services.log),
       random_(static_cast<std::minstd_rand::result_type>(services.platform.clock.Now().milliseconds)) {
     ConnectControls();
 }
@@ -77,7 +65,7 @@ void frmAccountNumber::OnLoad() {
 
 void frmAccountNumber::AddJob(const std::shared_ptr<clsJobInfo>& job) {
     jobs_.Append(job);
-    // Whatever this raised, the job is in the queue.
+    // The job is in the queue even when this fails.
     LogErrors(services_.log, u"frmAccountNumber:AddJob", [this] { ShowQueueLength(); });
 }
 
@@ -97,7 +85,7 @@ void frmAccountNumber::MonitorTick() {
     lblPrinter.Caption(job->PrinterName);
     services_.platform.messageLoop.RunPending();
     if (!showing_ && HeadJob() == job) {
-        ShowHide(true);
+        ShowForHeadJob();
     }
 }
 
@@ -107,32 +95,32 @@ void frmAccountNumber::FlashTick() {
     }
 }
 
-void frmAccountNumber::ShowHide(bool show) {
-    if (!show) {
-        showing_ = false;
-        Hide();
-        return;
-    }
+void frmAccountNumber::ShowForHeadJob() {
     showing_ = true;
     ++offer_;
     try {
-        if (OfferHeadJob() && services_.testMode) {
+        if (PrepareForHeadJob() && services_.testMode) {
             CompleteByItself();
         }
     } catch (const std::exception&) {
-        // A dialog that the user does not see would keep the job for good; the next tick tries again.
+        // If the window did not come up, the next tick tries again: the user could not answer, and the job would wait
+        // for ever.
         showing_ = showing_ && Shown();
         throw;
     }
 }
 
-// Prepares the dialog for the job at the head of the queue. False when the user, or a lacking account list, has ended
-// the showing meanwhile.
-bool frmAccountNumber::OfferHeadJob() {
+void frmAccountNumber::HideAgain() {
+    showing_ = false;
+    Hide();
+}
+
+// False when the job was answered meanwhile, by the user or because there is no account list.
+bool frmAccountNumber::PrepareForHeadJob() {
     const std::uint32_t offer = offer_;
-    // The choices of the last job are still there.
+    // Until the end, the controls still hold what the user chose for the last job.
     const HeldOK heldOK(*this);
-    PlaceOnScreen();
+    placement_.PutOnScreen();
     ctlBanner1.Shown();
     Show();
     BringToForeground();
@@ -167,12 +155,12 @@ void frmAccountNumber::ApplySettings() {
     const std::u16string label = services_.settings.ShowOnInvoiceLabel();
     chkInvoice.Caption(label.empty() ? invoiceCaption_ : WithPlainAmpersands(label));
     OnResize();
-    GrowToFit();
+    placement_.GrowToFit();
     FillChargeRates();
     views_.FocusTab();
 }
 
-// The rates that the user chooses from stay those that are sent, whatever a refresh does meanwhile.
+// Copies the rates: a refresh may replace them while the dialog is open, and what the user sees is what must be sent.
 void frmAccountNumber::FillChargeRates() {
     const std::shared_ptr<clsChargeRates> rates = services_.chargeRates();
     std::vector<std::u16string> descriptions;
@@ -188,43 +176,9 @@ void frmAccountNumber::FillChargeRates() {
     }
 }
 
-// The first time in the middle of the screen with the mouse pointer; from then on where the user leaves it, unless that
-// can no longer be seen.
-void frmAccountNumber::PlaceOnScreen() {
-    Place place = Position();
-    if (placed_) {
-        MoveInside(services_.platform.screen.WorkAreaAt(place), place);
-        return;
-    }
-    placed_ = true;
-    const Place area = services_.platform.screen.WorkArea();
-    place.width = std::max(place.width, MinimumWidth());
-    place.height = std::max(place.height, MinimumHeight());
-    place.left = area.left + (area.width - place.width) / 2;
-    place.top = area.top + (area.height - place.height) / 2;
-    MoveInside(area, place);
-}
-
-// Captions may have become longer than the window has room for.
-void frmAccountNumber::GrowToFit() {
-    Place place = Position();
-    const Place area = services_.platform.screen.WorkAreaAt(place);
-    place.width = std::max(place.width, MinimumWidth());
-    place.height = std::max(place.height, MinimumHeight());
-    MoveInside(area, place);
-}
-
-void frmAccountNumber::MoveInside(const Place& area, Place place) {
-    place.width = std::min(place.width, area.width);
-    place.height = std::min(place.height, area.height);
-    place.left = std::clamp(place.left, area.left, area.Right() - place.width);
-    place.top = std::clamp(place.top, area.top, area.Bottom() - place.height);
-    Move(place);
-}
-
 void frmAccountNumber::OnDisplayChanged() {
     if (Shown()) {
-        PlaceOnScreen();
+        placement_.PutOnScreen();
     }
 }
 
@@ -275,7 +229,7 @@ void frmAccountNumber::OK() {
                                              MessageIcon::Critical);
         return;
     }
-    const Choice choice = TakeChoice(account);
+    const ChargeChoice choice = TakeChoice(account);
     const bool submitAll = chkSubmitAllDocuments.Value();
     const bool rememberSearch = chkRememberSearch.Value();
     const std::u16string searchText = txtSearch.Text();
@@ -290,8 +244,8 @@ void frmAccountNumber::OK() {
     services_.prefs.Save();
 }
 
-frmAccountNumber::Choice frmAccountNumber::TakeChoice(const std::shared_ptr<clsAccount>& account) const {
-    Choice choice;
+ChargeChoice frmAccountNumber::TakeChoice(const std::shared_ptr<clsAccount>& account) const {
+    ChargeChoice choice;
     choice.account = account;
     choice.invoiceable = chkInvoice.Value();
     if (account->RequireComment != 0) {
@@ -305,55 +259,18 @@ frmAccountNumber::Choice frmAccountNumber::TakeChoice(const std::shared_ptr<clsA
     return choice;
 }
 
-void frmAccountNumber::Submit(const Choice& choice) {
+void frmAccountNumber::Submit(const ChargeChoice& choice) {
     const std::shared_ptr<clsJobInfo> job = TakeHeadJob();
-    ShowHide(false);
+    HideAgain();
     LogErrors(services_.log, u"frmAccountNumber:Submit", [&] {
-        const Notified notified = Notify(*job, choice);
-        if (notified == Notified::NoServer) {
+        const NotificationWriter::Result result = notifications_.Write(*job, choice);
+        if (result == NotificationWriter::Result::NoServer) {
             ShowMessage(u"lblInternalErrorServerName");
-        } else if (notified == Notified::No) {
+        } else if (result == NotificationWriter::Result::Failed) {
             LogErrors(services_.log, u"frmAccountNumber:Submit", [this] { services_.log.Log(u"Upload file failed."); });
             ShowMessage(u"lblNotificationError", MessageIcon::Critical);
         }
     });
-}
-
-frmAccountNumber::Notified frmAccountNumber::Notify(const clsJobInfo& job, const Choice& choice) {
-    try {
-        const std::optional<std::u16string> server = PrinterName(job.FullPrinterName).Server();
-        if (!server) {
-            return Notified::NoServer;
-        }
-        const std::u16string path = Shares(*server).AccountNotificationFile(
-            NotificationFileName(job.MachineName, job.PrinterHandle, job.JobID));
-        return WriteNotification(path, job, choice) ? Notified::Yes : Notified::No;
-    } catch (const std::exception&) {
-        return Notified::No;
-    }
-}
-
-// What it raises means that it failed, too.
-bool frmAccountNumber::WriteNotification(const std::u16string& path, const clsJobInfo& job, const Choice& choice) {
-    clsAccountNotification notification(services_.platform.clock, services_.errorReports);
-    notification.JobID = job.JobID;
-    notification.MachineName = OneLine(job.MachineName);
-    notification.PrinterName = OneLine(job.PrinterName);
-    notification.UserName = OneLine(job.UserName);
-    notification.Document = OneLine(job.Document);
-    notification.PrinterHandle = job.PrinterHandle;
-    notification.AccountID = choice.account->AccountID;
-    notification.AccountTitle = OneLine(choice.account->CompoundTitle());
-    notification.Invoiceable = choice.invoiceable;
-    notification.Comment = OneLine(choice.comment);
-    notification.JobEventFilename = OneLine(job.JobEventFilename);
-    notification.ChargeRateDescription = OneLine(choice.rateDescription);
-    notification.ChargeRateValue = choice.rateValue;
-    services_.log.Log(u"Uploading notification file to server: " + path);
-    TextOutput file = TextOutput::OpenUtf16(services_.platform.files, path);
-    const bool written = notification.WriteFile(file);
-    file.Close();
-    return written;
 }
 
 void frmAccountNumber::Cancel() {
@@ -362,18 +279,18 @@ void frmAccountNumber::Cancel() {
     }
     const std::shared_ptr<clsJobInfo> job = TakeHeadJob();
     const bool errorCancel = errorCancel_;
-    ShowHide(false);
+    HideAgain();
     bool cancelled = false;
     LogErrors(services_.log, u"frmAccountNumber:Cancel", [&] { cancelled = services_.cancelPrintJob(*job); });
     ShowMessage(cancelled && !errorCancel ? u"lblJobCancelSuccess" : u"lblJobCancelError");
     services_.prefs.Save();
 }
 
-// A random active account, a comment and an invoice choice, then OK.
+// Test mode: selects a random active account, sets comment and invoice box, and presses OK.
 void frmAccountNumber::CompleteByItself() {
     const std::uint32_t offer = offer_;
     tabView.Selected(AccountViews::tabAll);
-    // A remembered search must not limit the choice.
+    // A remembered search would limit the choice.
     txtSearch.Text(u"");
     views_.Refill();
     if (!StillOffering(offer)) {
@@ -401,7 +318,7 @@ std::shared_ptr<clsJobInfo> frmAccountNumber::HeadJob() const {
 
 std::shared_ptr<clsJobInfo> frmAccountNumber::TakeHeadJob() {
     std::shared_ptr<clsJobInfo> job = jobs_.Pop(0).As<clsJobInfo>();
-    // From here on nobody else knows of the job: nothing may be raised before its end.
+    // The job is in no queue any more, so an error here would lose it.
     LogErrors(services_.log, u"frmAccountNumber:Queue", [this] { ShowQueueLength(); });
     return job;
 }
@@ -410,7 +327,7 @@ void frmAccountNumber::ShowQueueLength() {
     lblJobsQueued.Caption(NumberText(jobs_.Length()));
 }
 
-// Without its message a job would end and nobody would know: memory that lacked for it is asked for once more.
+// The message may be the only sign that a job was lost, so it gets a second try when memory runs out.
 void frmAccountNumber::ShowMessage(const char16_t* label, MessageIcon icon) {
     const auto show = [&] {
         services_.platform.messageBoxes.Show(services_.messages.Text(label),

@@ -14,6 +14,7 @@ class Breakage(NamedTuple):
 FILES = "detection/JobFiles.cpp"
 SPOOLER = "detection/clsJobDetectionPrinter.cpp"
 DIALOG = "ui/frmAccountNumber.cpp"
+NOTIFICATIONS = "ui/NotificationWriter.cpp"
 PREFERENCES = "ui/clsTLXPrefs.cpp"
 # Of the function that shows the dialog for the next job.
 MONITOR_TICK = """    if (job == nullptr || showing_) {
@@ -61,15 +62,18 @@ BREAKAGES = [
              "TakeHeadJob();\n    const bool errorCancel", "HeadJob();\n    const bool errorCancel"),
     Breakage("cancelled job notified", DIALOG,
              "    LogErrors(services_.log, u\"frmAccountNumber:Cancel\", [&] {",
-             "    Choice choice;\n    choice.account = std::make_shared<clsAccount>();\n    Notify(*job, choice);\n"
+             "    ChargeChoice choice;\n    choice.account = std::make_shared<clsAccount>();\n"
+             "    notifications_.Write(*job, choice);\n"
              "    LogErrors(services_.log, u\"frmAccountNumber:Cancel\", [&] {"),
     Breakage("cancelled in the program alone", DIALOG, "cancelled = services_.cancelPrintJob(*job);",
              "cancelled = true;"),
-    Breakage("notified twice", DIALOG, "const Notified notified = Notify(*job, choice);",
-             "Notify(*job, choice);\n        const Notified notified = Notify(*job, choice);"),
+    Breakage("notified twice", DIALOG,
+             "        const NotificationWriter::Result result = notifications_.Write(*job, choice);\n",
+             "        notifications_.Write(*job, choice);\n"
+             "        const NotificationWriter::Result result = notifications_.Write(*job, choice);\n"),
     Breakage("failed notification kept quiet", DIALOG,
              "            ShowMessage(u\"lblNotificationError\", MessageIcon::Critical);\n", ""),
-    Breakage("first account notified", DIALOG, "notification.AccountID = choice.account->AccountID;",
+    Breakage("first account notified", NOTIFICATIONS, "notification.AccountID = choice.account->AccountID;",
              "notification.AccountID = 1;"),
     Breakage("one job of all submitted", DIALOG, "while (submitAll && HeadJob() != nullptr) {",
              "if (submitAll && jobs_.Length() == 1) {", False),

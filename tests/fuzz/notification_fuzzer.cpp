@@ -1,6 +1,6 @@
 // What the account dialog sends to the print server: whatever the job, the account, the comment and the charge rate
 // are, thirteen lines that a strict reader reads back to the same fields.
-// Aims at: ui/frmAccountNumber.cpp server/clsAccountNotification.cpp
+// Aims at: ui/frmAccountNumber.cpp ui/NotificationWriter.cpp server/clsAccountNotification.cpp
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
