@@ -11,12 +11,12 @@ constexpr int gap = Measures::gap;
 constexpr int smallGap = Measures::smallGap;
 constexpr int checkBoxRoom = 330;
 constexpr int tabRoom = 240;
-// In letters.
+// Captions that are longer than so many letters on average are cut off.
 constexpr std::size_t longestLabel = 50;
 constexpr std::size_t longestLink = 75;
 constexpr std::size_t longestCheckBox = 100;
-constexpr std::size_t longestShortText = 35;  // of those that share their row with two others
-constexpr std::size_t longestTabs = 130;      // Windows lets one leaf through more
+constexpr std::size_t longestShortText = 35;  // of captions that share their row with two others
+constexpr std::size_t longestTabs = 130;      // Windows adds arrows that scroll to the others
 constexpr int longestInvoiceLabel = 6000;
 constexpr int rateWidth = 2400;
 constexpr int progressWidth = 1800;
@@ -24,7 +24,7 @@ constexpr int smallestField = 1800;
 constexpr int smallestList = 1800;
 constexpr int firstWidth = 8700;
 constexpr int firstHeight = 7800;
-// The most that Windows adds around the client area.
+// The most that the window's frame and caption add to the client area.
 constexpr int frameWidth = 300;
 constexpr int frameHeight = 600;
 
@@ -230,7 +230,7 @@ void AccountNumberForm::ArrangePreferred(const Place& page) {
     Put(lblMoveUp, {page.width - downWidth - 2 * gap - upWidth, linkTop, upWidth, line_ + 30});
 }
 
-// What the texts as they are now need: the heights of rows, and the least size at which everything has its room.
+// Computes the heights of rows and the least size that shows everything, for the current font and captions.
 void AccountNumberForm::Measure() {
     line_ = measures_.LineHeight();
     field_ = measures_.FieldHeight();

@@ -10,8 +10,8 @@
 
 namespace korvanta {
 
-// The controls of the account selection dialog and where they stand; what they do is frmAccountNumber's business.
-// Controls are added in reading order, which is the tab order.
+// The controls of the account selection dialog and their layout; frmAccountNumber gives them their function. Controls
+// are added in reading order, which is the tab order.
 class AccountNumberForm : public Form {
   public:
     AccountNumberForm(TextMeasure& textMeasure, Translator& translator, const BannerServices& bannerServices);
@@ -57,7 +57,7 @@ class AccountNumberForm : public Form {
     Timer tmrFlash{u"tmrFlash"};
     Timer tmrSearch{u"tmrSearch"};
 
-    // As long as there is one, OK cannot be pressed: what it would send is not all there yet.
+    // While one of these exists OK is disabled, since the dialog does not yet show all that OK would send.
     class HeldOK {
       public:
         explicit HeldOK(AccountNumberForm& form) : form_(form) {
@@ -76,10 +76,10 @@ class AccountNumberForm : public Form {
     };
 
   protected:
-    // Places everything for the client area's size and the captions as they are now.
+    // Lays everything out for the current size of the client area and the current captions.
     void OnResize() override;
     void OnFontsChanged() override;
-    // The size at which the form comes up first, by the captions as they are now.
+    // Sets the size at which the form first appears, for the current captions.
     void ChooseFirstSize();
 
   private:
@@ -100,7 +100,7 @@ class AccountNumberForm : public Form {
     int heldOK_ = 0;
     int line_ = 0;   // height of a line of text
     int field_ = 0;  // height of a text box, a combo box or a button
-    // The least client area that shows everything.
+    // The smallest client area that shows everything.
     int smallestWidth_ = 0;
     int smallestHeight_ = 0;
 };

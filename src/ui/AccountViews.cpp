@@ -13,7 +13,7 @@ constexpr std::int32_t quietTicksBeforeSearch = 6;
 constexpr std::int32_t quietTicksAfterEnter = 5;
 constexpr std::int32_t groupsBetweenMessages = 5;
 
-// Empties a list and keeps it from the screen while it is filled.
+// Empties a list, and leaves the screen as it is until the list is filled.
 class ListFill {
   public:
     explicit ListFill(ctlAccountList& list) : list_(list) {
@@ -77,8 +77,8 @@ bool AccountViews::LoadAccounts() {
     return !loadFailed_;
 }
 
-// The all-accounts view while it is filled. When the fill ends, however it does, the view is whole again: a newer fill
-// that has taken it over while messages ran has ended by then.
+// What the dialog looks like while the all-accounts view is filled. The end of the fill restores everything, also when
+// the fill was overtaken or raised an error.
 class AccountViews::AllFill {
   public:
     explicit AllFill(AccountViews& views) : views_(views), form_(views.form_), number_(++views.fillNumber_) {
@@ -105,6 +105,17 @@ class AccountViews::AllFill {
     std::uint32_t number_;
 };
 
+// A fill lets messages run, and what they bring decides what becomes of it. Five members tell:
+// - fillNumber_ is raised by each fill as it begins. When it has changed after messages ran, a newer fill has taken the
+//   view over and is complete: this one is overtaken and changes nothing any more.
+// - searchAbort_ is cleared by each fill as it begins, and set by SearchChanged when the user types. This fill then
+//   stops with what it has found so far, and the timer starts the next one.
+// - shownAccounts_, with shownSearch_, is cleared by each fill as it begins and set at its end, unless it was overtaken
+//   or aborted. Nothing is filled again while the view already shows these accounts for this search (AllIsShown).
+// - heldOK_ of the form counts the reasons for which OK is disabled: each running fill is one, and frmAccountNumber
+//   adds one while it prepares the dialog for a job.
+// - offer_ of frmAccountNumber counts the showings of the dialog. Whoever has the dialog filled for a job looks at it
+//   afterwards, since the job may have been answered meanwhile.
 void AccountViews::FillAll() {
     const std::shared_ptr<const AccountTable> accounts = accounts_.Table();
     shownAccounts_.reset();
@@ -162,7 +173,7 @@ void AccountViews::FillPreferred() {
             if (const std::shared_ptr<const clsAccount> account = accounts.Find(id.Integer())) {
                 list.AddAccount(*account);
             } else if (accounts.Count() != 0 && !loadFailed_) {
-                // A list that could not be read whole says nothing about which accounts there are.
+                // When the list could not be read to its end, an account that is not in it may still exist.
                 gone.insert(id.Integer());
             }
         }
@@ -206,7 +217,7 @@ void AccountViews::ShowTab(int tab) {
 
 void AccountViews::RestoreTabAndSearch() {
     form_.tabView.Selected(prefs_.LastTab());
-    // The tab that was there already says nothing of its own.
+    // Choosing the tab that is already chosen raises no event.
     ShowTab(form_.tabView.Selected());
     if (prefs_.LastSearchRemember()) {
         form_.chkRememberSearch.Value(true);
@@ -277,7 +288,7 @@ void AccountViews::SearchKey(Key key, bool& swallowed) {
             break;
         case Key::Home:
         case Key::End:
-            // In a text they move the cursor.
+            // When there is text in the box, they move its cursor.
             swallowed = form_.txtSearch.Text().empty();
             if (swallowed) {
                 key == Key::Home ? list.MoveToFirst() : list.MoveToLast();
@@ -299,13 +310,13 @@ void AccountViews::SearchTick() {
     }
     searchPending_ = false;
     form_.tmrSearch.Enabled(false);
-    // Filling anew what is shown already would only take the user's selection away.
+    // Another fill with the same result would only lose what the user has selected.
     if (!AllIsShown()) {
         FillAll();
     }
 }
 
-// The rows of a list that is being filled are no choice of the user's.
+// A list that is being filled raises Click for each new row, which the user has not selected.
 void AccountViews::ListClicked(ctlAccountList& list) {
     if (list.Redraw() && &list == &CurrentList()) {
         accountSelected_(list.SelectedID());

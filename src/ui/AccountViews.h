@@ -13,8 +13,7 @@
 namespace korvanta {
 
 // The three views of the account selection dialog: all accounts with the incremental search, the user's preferred
-// accounts, and the recent ones. Filling lets messages run; a fill that is overtaken by a newer one leaves the view to
-// the newer.
+// accounts, and the recent ones. Filling the first one lets messages run: a newer fill may begin and end inside it.
 class AccountViews {
   public:
     enum Tab { tabAll = 1, tabPreferred = 2, tabRecent = 3 };
@@ -31,7 +30,7 @@ class AccountViews {
     void Refill();
     // Makes the tab's frame visible and remembers the tab.
     void ShowTab(int tab);
-    // Gives the keyboard to what the tab is for: the search box, or the list.
+    // Gives the keyboard to the tab's search box, or to its list.
     void FocusTab();
     // The remembered tab and search text, for a new job.
     void RestoreTabAndSearch();
@@ -67,7 +66,8 @@ class AccountViews {
     std::int32_t quietTicks_ = 0;
     bool loadFailed_ = false;
     std::uint32_t fillNumber_ = 0;
-    std::weak_ptr<const AccountTable> shownAccounts_;  // what the all-accounts view shows in full, for shownSearch_
+    std::weak_ptr<const AccountTable>
+        shownAccounts_;  // the list in which the all-accounts view has searched to its end
     std::u16string shownSearch_;
 };
 

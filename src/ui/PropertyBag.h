@@ -8,8 +8,8 @@
 
 namespace korvanta {
 
-// The design-time properties of a control, as its form keeps them: by name, and only those that are not the default.
-// Numbers, colors and booleans are all kept as numbers.
+// The design-time properties of a control that its form stores: by name, and only those that differ from the default.
+// Numbers, colors and booleans are all stored as numbers.
 class PropertyBag {
   public:
     struct Property {
@@ -34,7 +34,7 @@ class PropertyBag {
         }
     }
 
-    // The default also where what is kept is of the other kind.
+    // The default, too, when a text is stored under a number's name or a number under a text's.
     template <std::integral Number>
     Number Read(const std::u16string& name, Number byDefault) const {
         const auto found = numbers_.find(name);

@@ -26,7 +26,7 @@ std::u16string JoinedIds(const List& list) {
     return Join(pieces, u",");
 }
 
-// A value goes into one line of the file: what would end the line stays out.
+// A value takes one line of the file, so line breaks in it are removed.
 std::u16string WithoutLineEnds(std::u16string value) {
     std::erase_if(value, [](char16_t unit) { return unit == u'\r' || unit == u'\n'; });
     return value;

@@ -11,9 +11,9 @@
 
 namespace korvanta {
 
-// What the account selection dialog remembers for the user between jobs and logons, in two copies of one file: on the
-// primary server's preferences share, and in the temporary folder for when the server cannot be read. Changes stay in
-// memory until Save. Files that cannot be read or written raise nothing.
+// What the account selection dialog remembers for the user between jobs and logons. There are two copies of the file:
+// one on the primary server's preferences share, and a local one in the temporary folder, which is read when the
+// server's cannot be. Changes stay in memory until Save. Files that cannot be read or written raise no error.
 class clsTLXPrefs {
   public:
     // What the last reading of a copy gave.
@@ -25,16 +25,17 @@ class clsTLXPrefs {
         Malformed     // it was read, and is no complete preferences file
     };
 
-    // `userName` as the files of the user are named: trimmed, in lower case. Reads the server's copy, else the local.
+    // `userName` is the login name, trimmed and in lower case, as it stands in the file's name. Reads the server's
+    // copy, or the local one when that fails.
     clsTLXPrefs(FileSystem& files, MutexFactory& mutexes, const std::u16string& primaryServerName,
                 const std::u16string& userName);
 
     // Account IDs of recent selections, newest last, at most 20.
     const std::shared_ptr<List>& History() const { return contents_.history; }
-    // Preferred account IDs in display order; may be reordered in place.
+    // Preferred account IDs in display order. The caller may reorder them in place.
     const std::shared_ptr<List>& Preferred() const { return contents_.preferred; }
 
-    // The tab last shown, 1 by default (also when the file holds no number).
+    // The tab last shown; 1 by default, also when the file has no number for it.
     std::int16_t LastTab() const;
     void LastTab(std::int16_t tab);
     std::u16string LastSearchString() const;
@@ -55,7 +56,7 @@ class clsTLXPrefs {
     void SetLastSelectedAccount(std::int32_t accountId);
     void AddPreferred(std::int32_t accountId);
     void RemovePreferred(std::int32_t accountId);
-    // All of these, wherever they are, in one walk.
+    // Removes all of these in one walk.
     void RemovePreferred(const std::set<std::int32_t>& accountIds);
 
   private:

@@ -14,7 +14,7 @@ constexpr int lineHeight = 15;
 constexpr int titleTop = 90;
 constexpr int gap = 45;
 constexpr int shortLink = 600;            // enough to click on
-constexpr std::size_t longestText = 100;  // letters; what is longer is cut off rather than widen a form further
+constexpr std::size_t longestText = 100;  // in average letters; longer texts are cut off instead of widening the form
 constexpr int linkSlack = 120;            // for rounding and the focus rectangle
 
 // The defaults of the properties.
@@ -152,7 +152,7 @@ void ctlBanner::Resized() {
         rule->Move({line.left, line.top, std::max(width - line.left, 0), lineHeight});
     }
 
-    // An address may have any length; the title keeps its room.
+    // The link's text may have any length; it is cut off before it covers the title.
     const Place title = lblTitle.Position();
     const int titleRoom = title.left + services_.textMeasure.Width(lblTitle.Caption(), true) + margin;
     const int linkRoom = std::max({width - titleRoom - margin, std::min(shortLink, width - 3 * margin), 0});
@@ -186,7 +186,7 @@ void ctlBanner::OpenLink() {
     try {
         WriteWaitingPage(path, address, text);
     } catch (const Error&) {
-        // Without the page there is nothing to open; the link is an extra that must not disturb the user's work.
+        // There is no page to open. The link is an extra, so its failure must not disturb the user's work.
         return;
     }
     services_.shell.OpenDocument(path);

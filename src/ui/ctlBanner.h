@@ -28,10 +28,10 @@ class ctlBanner : public Container {
   public:
     ctlBanner(std::u16string name, const BannerServices& services);
 
-    // Applies to the title label only; 0 is transparent.
+    // Of the title label only; 0 is transparent.
     std::int16_t BackStyle() const { return backStyle_; }
     void BackStyle(std::int16_t style);
-    // 0 is none, 1 a border around the control.
+    // 0: none; 1: a border around the control.
     std::int16_t BorderStyle() const { return borderStyle_; }
     void BorderStyle(std::int16_t style);
     const std::u16string& Title() const { return lblTitle.Caption(); }
@@ -48,17 +48,18 @@ class ctlBanner : public Container {
     void BackColor(Color color);
     void Refresh();
 
-    // The properties above under the names of their functions; what the bag lacks is set to its default.
+    // In the bag, each of the properties above has the name of its function. Those that are not in it get their
+    // defaults.
     void ReadProperties(const PropertyBag& bag);
     void WriteProperties(PropertyBag& bag) const;
 
-    // Gives the rows the heights of texts as they are now.
+    // Sets the heights of the rows for the current font.
     void Measure();
 
-    // Twips: the least width that shows title and description in full; a link of any length is cut off to fit.
+    // Twips: the smallest width that shows title and description in full. A link that is too long for it is cut off.
     int SmallestWidth() const;
 
-    // The banner's show event: decides the link's text and whether it shows.
+    // The form is about to show: reads from the settings whether there is a link, and its text.
     void Shown();
 
     Label lblTitle{u"lblTitle"};
