@@ -170,8 +170,17 @@ struct DialogState {
           rates(std::make_shared<clsChargeRates>(platform.mutexes, platform.clock)),
           accounts(platform.files, platform.mutexes, log, u"BENCH"),
           prefs(platform.files, platform.mutexes, u"BENCH", u"bench"),
-          dialog(AccountDialogServices{platform, log, log, messages, translator, registrySettings, settings, accounts,
-                                       prefs, [this] { return rates; }, [](const clsJobInfo&) { return true; }}) {
+          dialog(AccountDialogServices{.platform = platform,
+                                       .log = log,
+                                       .errorReports = log,
+                                       .messages = messages,
+                                       .translator = translator,
+                                       .registrySettings = registrySettings,
+                                       .settings = settings,
+                                       .accounts = accounts,
+                                       .prefs = prefs,
+                                       .chargeRates = [this] { return rates; },
+                                       .cancelPrintJob = [](const clsJobInfo&) { return true; }}) {
         dialog.Load(factory.get());
         dialog.PreLoadAccounts();
         auto job = std::make_shared<clsJobInfo>();

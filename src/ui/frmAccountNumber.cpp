@@ -27,8 +27,11 @@ std::u16string FirstCharacters(const std::u16string& text, std::size_t units) {
 
 frmAccountNumber::frmAccountNumber(const AccountDialogServices& services)
     : AccountNumberForm(services.platform.textMeasure, services.translator,
-                        {services.platform.files, services.platform.codePage, services.platform.shell,
-                         services.platform.textMeasure, services.registrySettings}),
+                        {.files = services.platform.files,
+                         .codePage = services.platform.codePage,
+                         .shell = services.platform.shell,
+                         .textMeasure = services.platform.textMeasure,
+                         .registrySettings = services.registrySettings}),
       services_(services),
       jobs_(services.platform.mutexes),
       views_(*this, services.accounts, services.prefs, services.platform.messageLoop, services.log,

@@ -112,9 +112,17 @@ class Dialog {
     std::shared_ptr<clsChargeRates> rates_ = std::make_shared<clsChargeRates>(platform_.mutexes, platform_.clock);
     clsTLXPrefs prefs_{platform_.files, platform_.mutexes, u"SRV", u"jsmith"};
     clsTLXAccounts accounts_{platform_.files, platform_.mutexes, log_, u"SRV"};
-    frmAccountNumber dialog_{AccountDialogServices{platform_.platform, log_, reports_, messages_, translator_,
-                                                   registrySettings_, settings_, accounts_, prefs_,
-                                                   [this] { return rates_; }, [](const clsJobInfo&) { return true; }}};
+    frmAccountNumber dialog_{AccountDialogServices{.platform = platform_.platform,
+                                                   .log = log_,
+                                                   .errorReports = reports_,
+                                                   .messages = messages_,
+                                                   .translator = translator_,
+                                                   .registrySettings = registrySettings_,
+                                                   .settings = settings_,
+                                                   .accounts = accounts_,
+                                                   .prefs = prefs_,
+                                                   .chargeRates = [this] { return rates_; },
+                                                   .cancelPrintJob = [](const clsJobInfo&) { return true; }}};
 };
 
 void Notify(fuzz::Input& input) {

@@ -96,9 +96,18 @@ class DialogFixture : public testing::Test {
             prefs_ = std::make_unique<clsTLXPrefs>(files, platform.mutexes, u"SRV", u"jsmith");
             accounts_ = std::make_unique<clsTLXAccounts>(files, platform.mutexes, log, u"SRV");
             dialog_ = std::make_unique<frmAccountNumber>(
-                AccountDialogServices{platform.platform, log, reports, messages, *translation, registrySettings,
-                                      settings, *accounts_, *prefs_, [this] { return rates; },
-                                      [this](const clsJobInfo& job) { return CancelPrintJob(job); }, testMode});
+                AccountDialogServices{.platform = platform.platform,
+                                      .log = log,
+                                      .errorReports = reports,
+                                      .messages = messages,
+                                      .translator = *translation,
+                                      .registrySettings = registrySettings,
+                                      .settings = settings,
+                                      .accounts = *accounts_,
+                                      .prefs = *prefs_,
+                                      .chargeRates = [this] { return rates; },
+                                      .cancelPrintJob = [this](const clsJobInfo& job) { return CancelPrintJob(job); },
+                                      .testMode = testMode});
             dialog_->Load(&peers);
         }
         return *dialog_;
@@ -205,6 +214,9 @@ class DialogFixture : public testing::Test {
 
     bool CancelPrintJob(const clsJobInfo& job) {
         cancelled.push_back(job.JobID);
+        if (onCancel) {
+            onCancel();
+        }
         return cancelSucceeds;
     }
 
@@ -224,6 +236,7 @@ class DialogFixture : public testing::Test {
     std::shared_ptr<clsChargeRates> rates = std::make_shared<clsChargeRates>(platform.mutexes, platform.clock);
     bool testMode = false;
     bool cancelSucceeds = true;
+    std::function<void()> onCancel;  // called while a job is deleted
     std::vector<std::int32_t> cancelled;
 
   private:
