@@ -80,6 +80,26 @@ TEST_F(AccountViewsTest, EnterAlsoHurriesASearchThatHasWaitedLess) {
     EXPECT_EQ(TicksUntil({1, 11}), 2);
 }
 
+TEST_F(AccountViewsTest, EnterTakesTwoTicksAlsoWhenTheSearchWouldHaveRunAtTheNextOne) {
+    Dialog().PreLoadAccounts();
+    Type(u"no");
+    SearchTicks(6);
+    Dialog().txtSearch.HandleKeyDown(Key::Enter);
+    EXPECT_EQ(TicksUntil({1, 11}), 2);
+}
+
+TEST_F(AccountViewsTest, ATextThatIsTypedAndTakenBackFillsNothingAndKeepsTheSelection) {
+    Dialog().PreLoadAccounts();
+    const int before = Fills();
+    SelectAll(12);
+    Type(u"n");
+    Type(u"");
+    SearchTicks(20);
+    EXPECT_EQ(Fills(), before);
+    EXPECT_EQ(Dialog().ctlAccountListAll.SelectedID(), 12);
+    EXPECT_FALSE(Dialog().tmrSearch.Enabled());
+}
+
 TEST_F(AccountViewsTest, ASearchForTheParentListsAllItsSubAccountsAndOneForASubAccountThatOneAlone) {
     Dialog().PreLoadAccounts();
     Search(u"ales");
@@ -212,6 +232,18 @@ TEST_F(AccountViewsTest, AnUnknownPreferredAccountGoesWithANonEmptyListAndStaysW
     EXPECT_THAT(PreferredRows(), ElementsAre(21, 1));
 }
 
+TEST_F(AccountViewsTest, AFillWithAnEmptyListTakesNoPreferredAccountAway) {
+    SetPreferred({1, 12, 2});
+    Dialog().PreLoadAccounts();
+    files.RemoveFile(accountsFile);
+    files.RemoveFile(u"C:\\Temp\\tlxact.txt");
+    EXPECT_FALSE(Accounts().LoadAccounts());
+    Select(Dialog().ctlAccountListPreferred, 12);
+    Dialog().lblRemovePreferred.HandleClick();
+    EXPECT_THAT(PreferredRows(), IsEmpty()) << "the view was filled";
+    EXPECT_THAT(Preferred(), ElementsAre(1, 2));
+}
+
 TEST_F(AccountViewsTest, AListThatCouldNotBeReadWholeTakesNoPreferredAccountAway) {
     Lines lines = StandardAccounts();
     Dialog().PreLoadAccounts();
@@ -237,14 +269,43 @@ TEST_F(AccountViewsTest, AddingTheSelectedAccountShowsItInThePreferredView) {
     ExpectWhole();
 }
 
-TEST_F(AccountViewsTest, AnIdOfZeroOrBelowIsNotAddedToTheKeptOnes) {
+TEST_F(AccountViewsTest, AnIdOfZeroOrBelowIsNeitherAddedNorRemovedNorMoved) {
     WriteAccounts({Main(0, u"Zero"), Main(-5, u"Negative"), Main(7, u"Seven")});
     Dialog().PreLoadAccounts();
-    SelectAll(0);
-    Dialog().lblAddPreferred.HandleClick();
-    SelectAll(-5);
-    Dialog().lblAddPreferred.HandleClick();
-    EXPECT_THAT(Preferred(), IsEmpty());
+    for (const std::int32_t id : {0, -5}) {
+        SelectAll(id);
+        Dialog().lblAddPreferred.HandleClick();
+        EXPECT_THAT(Preferred(), IsEmpty());
+    }
+    SetPreferred({7, 0, -5, 7});
+    Dialog().PreLoadAccounts();
+    for (const std::int32_t id : {0, -5}) {
+        Select(Dialog().ctlAccountListPreferred, id);
+        for (Label* label : {&Dialog().lblRemovePreferred, &Dialog().lblMoveUp, &Dialog().lblMoveDown}) {
+            label->HandleClick();
+            EXPECT_THAT(Preferred(), ElementsAre(7, 0, -5)) << id;
+        }
+    }
+}
+
+TEST_F(AccountViewsTest, AddingAndRemovingShowTheWaitCursorWhileThePreferredViewIsFilled) {
+    SetPreferred({1});
+    Dialog().PreLoadAccounts();
+    std::vector<MousePointer> pointers;
+    peers.onChanged = [&](Control& control, Aspect aspect) {
+        if (&control == &Dialog().ctlAccountListPreferred.flxAccounts && aspect == Aspect::Content) {
+            pointers.push_back(Dialog().Pointer());
+        }
+    };
+    for (Label* label : {&Dialog().lblAddPreferred, &Dialog().lblRemovePreferred}) {
+        pointers.clear();
+        SelectAll(12);
+        label->HandleClick();
+        EXPECT_THAT(pointers, testing::Not(IsEmpty()));
+        EXPECT_THAT(pointers, testing::Each(MousePointer::Hourglass));
+        EXPECT_EQ(Dialog().Pointer(), MousePointer::Default);
+    }
+    peers.onChanged = nullptr;
 }
 
 TEST_F(AccountViewsTest, NothingIsAddedRemovedOrMovedWithoutASelection) {
@@ -267,6 +328,19 @@ TEST_F(AccountViewsTest, RemovingTheSelectedAccountTakesItFromThePreferredView) 
     EXPECT_THAT(Preferred(), ElementsAre(1, 2));
     EXPECT_THAT(PreferredRows(), ElementsAre(1, 2));
     ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, AMovedAccountChangesPlacesWithItsNeighbourAndNothingElse) {
+    SetPreferred({1, 12, 2, 21});
+    Dialog().PreLoadAccounts();
+    Select(Dialog().ctlAccountListPreferred, 2);
+    Dialog().lblMoveUp.HandleClick();
+    EXPECT_THAT(Preferred(), ElementsAre(1, 2, 12, 21));
+    EXPECT_THAT(PreferredRows(), ElementsAre(1, 2, 12, 21));
+    Select(Dialog().ctlAccountListPreferred, 12);
+    Dialog().lblMoveDown.HandleClick();
+    EXPECT_THAT(Preferred(), ElementsAre(1, 2, 21, 12));
+    EXPECT_THAT(PreferredRows(), ElementsAre(1, 2, 21, 12));
 }
 
 TEST_F(AccountViewsTest, AMovedAccountStaysSelected) {
@@ -363,12 +437,28 @@ TEST_F(AccountViewsTest, TheTabThatIsShownIsStoredEvenWhenItDidNotChange) {
     EXPECT_TRUE(files.ReadUtf16(prefsFile).starts_with(u"lasttab\u00011\r\n"));
 }
 
-TEST_F(AccountViewsTest, ATabThatIsNoneLeavesTheTabThatIsShown) {
-    for (const char16_t* tab : {u"99", u"0", u"-1", u"word", u"99999999999"}) {
-        files.WriteUtf16(prefsFile, std::u16string(u"lasttab\u0001") + tab + u"\r\n");
+class StoredTabTest : public AccountViewsTest, public testing::WithParamInterface<const char16_t*> {};
+
+TEST_P(StoredTabTest, ThatIsNoneShowsTheFirstAtTheStart) {
+    files.WriteUtf16(prefsFile, std::u16string(u"lasttab\u0001") + GetParam() + u"\r\n");
+    Offer(1);
+    EXPECT_EQ(Dialog().tabView.Selected(), 1);
+    EXPECT_TRUE(Dialog().fraAllAccounts.Visible());
+    EXPECT_EQ(Prefs().LastTab(), 1);
+    ExpectWhole();
+}
+
+INSTANTIATE_TEST_SUITE_P(Everything, StoredTabTest,
+                         testing::Values(u"0", u"-1", u"word", u"", u"4", u"99", u"-32768", u"99999999999"));
+
+TEST_F(AccountViewsTest, ARememberedTabThatIsNoneLeavesTheTabThatIsShown) {
+    ChooseTab(2);
+    for (const std::int16_t tab : std::initializer_list<std::int16_t>{0, -1, 4, 32767}) {
+        Prefs().LastTab(tab);
         Offer(1);
-        EXPECT_EQ(Dialog().tabView.Selected(), 1);
-        EXPECT_TRUE(Dialog().fraAllAccounts.Visible());
+        EXPECT_EQ(Dialog().tabView.Selected(), 2);
+        EXPECT_TRUE(Dialog().fraPreferred.Visible());
+        EXPECT_EQ(Prefs().LastTab(), 2);
         ExpectWhole();
         PressCancel();
     }

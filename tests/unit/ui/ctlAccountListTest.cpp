@@ -85,6 +85,9 @@ TEST_F(AccountListTest, TheHeaderIsTranslatedBeforeTheGridTakesIt) {
 
 TEST_F(AccountListTest, AfterClearNothingIsSelectedAndNothingIsActive) {
     AddThree();
+    list.SelectedID(20);
+    EXPECT_TRUE(list.SelectedActive());
+    clicks.clear();
     list.Clear();
     EXPECT_EQ(list.flxAccounts.Rows(), 1);
     EXPECT_EQ(list.SelectedID(), -1);

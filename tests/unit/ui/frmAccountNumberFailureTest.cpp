@@ -134,6 +134,18 @@ TEST_F(AccountDialogTest, CancelDeletesTheJobAndSaysSo) {
     EXPECT_EQ(Prefs().GetLastSelectedAccount(), -1);
 }
 
+TEST_F(AccountDialogTest, TheDialogHidesBeforeTheJobIsDeletedAndThePreferencesAreSavedAfterTheMessage) {
+    Offer(7);
+    bool shown = true;
+    onCancel = [&] { shown = Dialog().Shown(); };
+    bool savedBefore = true;
+    platform.messageBoxes.whileOpen = [&](const auto&) { savedBefore = files.Has(prefsFile); };
+    PressCancel();
+    EXPECT_FALSE(shown) << "while the job was deleted";
+    EXPECT_FALSE(savedBefore) << "while the message was up";
+    EXPECT_TRUE(files.Has(prefsFile));
+}
+
 TEST_F(AccountDialogTest, ACancelThatFailsSaysSo) {
     cancelSucceeds = false;
     Offer(7);
@@ -155,7 +167,11 @@ TEST_F(AccountDialogTest, CancelTakesOneJobAndTheNextTickOffersTheNext) {
 TEST_F(AccountDialogTest, WithoutAccountsTheJobIsCancelledAndTheUserReadsThatItCouldNotBe) {
     files.RemoveFile(accountsFile);
     Offer(7);
-    EXPECT_THAT(BoxTexts(), ElementsAre(Text(u"lblAccountListError"), Text(u"lblJobCancelError")));
+    EXPECT_THAT(
+        platform.messageBoxes.shown,
+        ElementsAre(
+            fakes::FakeMessageBoxes::Box{Text(u"lblAccountListError"), title, MessageButtons::OK, MessageIcon::None},
+            fakes::FakeMessageBoxes::Box{Text(u"lblJobCancelError"), title, MessageButtons::OK, MessageIcon::None}));
     EXPECT_THAT(cancelled, ElementsAre(7));
     EXPECT_FALSE(Dialog().Shown());
     EXPECT_EQ(Dialog().lblJobsQueued.Caption(), u"0");

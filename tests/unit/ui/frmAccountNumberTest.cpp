@@ -108,6 +108,20 @@ TEST_F(AccountDialogTest, OKWritesTheNotificationByteForByte) {
     ExpectWhole();
 }
 
+TEST_F(AccountDialogTest, TheDialogHidesBeforeTheServerIsNotified) {
+    Offer(1);
+    std::vector<bool> shown;
+    files.onCall = [&](const std::u16string&, const std::u16string& path) {
+        if (path == NotificationPath(1)) {
+            shown.push_back(Dialog().Shown());
+        }
+    };
+    PressOK();
+    files.onCall = nullptr;
+    EXPECT_TRUE(Notified(1));
+    EXPECT_THAT(shown, ElementsAre(false));
+}
+
 TEST_F(AccountDialogTest, TheNotificationOfAFileJobCarriesItsFileAndGoesToThePrintersServer) {
     files.AddFolder(u"\\\\OTHER\\TLXActN$");
     auto job = Job(5);
