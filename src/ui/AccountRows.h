@@ -10,8 +10,7 @@
 namespace korvanta {
 
 // The accounts in the rows of a grid. Row 0 is the header; a picture marks main accounts, and inactive ones are grey.
-// No account objects are kept: the hidden columns 2 (account ID) and 3 ("1" when active) are all that is known of a
-// row.
+// No account objects are kept: a row tells its account by two hidden columns, 2 (account ID) and 3 ("1" when active).
 class AccountRows {
   public:
     static constexpr int columnIcon = 0;
@@ -29,7 +28,7 @@ class AccountRows {
     // Appends a row and returns its number. A sub-account shows as "main -> sub" or as its own title alone.
     int Add(const AccountFields& account, bool showsMainTitle);
 
-    // Accounts are in the rows 1 to this one.
+    // The number of the last row. Accounts are in rows 1 to Last.
     int Last() const { return grid_.Rows() - 1; }
     // -1 for the header.
     std::int32_t Id(int row) const;

@@ -26,13 +26,13 @@ class AccountViews {
     void FillAll();
     void FillPreferred();
     void FillRecent();
-    // All three; the all-accounts view only when it does not show these accounts for this search already.
+    // Fills all three, but the all-accounts view only when it does not already show these accounts for this search.
     void Refill();
     // Makes the tab's frame visible and remembers the tab.
     void ShowTab(int tab);
     // Gives the keyboard to the tab's search box, or to its list.
     void FocusTab();
-    // The remembered tab and search text, for a new job.
+    // Brings back the remembered tab and search text, for a new job.
     void RestoreTabAndSearch();
     // The list of the current tab.
     ctlAccountList& CurrentList();
@@ -42,7 +42,7 @@ class AccountViews {
 
     void ConnectControls();
     void AddGroups(const AllFill& fill, const std::shared_ptr<const AccountTable>& accounts);
-    // Whether the all-accounts view shows the accounts and the search as they are now, in full.
+    // Whether the all-accounts view shows all that the current search finds in the current accounts.
     bool AllIsShown() const;
     void SearchChanged();
     void SearchKey(Key key, bool& swallowed);
@@ -66,8 +66,7 @@ class AccountViews {
     std::int32_t quietTicks_ = 0;
     bool loadFailed_ = false;
     std::uint32_t fillNumber_ = 0;
-    std::weak_ptr<const AccountTable>
-        shownAccounts_;  // the list in which the all-accounts view has searched to its end
+    std::weak_ptr<const AccountTable> shownAccounts_;
     std::u16string shownSearch_;
 };
 

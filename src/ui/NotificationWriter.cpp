@@ -38,7 +38,7 @@ NotificationWriter::Result NotificationWriter::Write(const clsJobInfo& job, cons
     }
 }
 
-// May raise, which is a failure, too.
+// An error that it raises counts as a failure.
 bool NotificationWriter::WriteFile(const std::u16string& path, const clsJobInfo& job, const ChargeChoice& choice) {
     clsAccountNotification notification(clock_, errorReports_);
     notification.JobID = job.JobID;

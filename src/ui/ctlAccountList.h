@@ -11,8 +11,8 @@
 
 namespace korvanta {
 
-// A list of accounts in the account selection dialog: rows in the order in which they are added, of which the user
-// selects whole ones.
+// A list of accounts in the account selection dialog. Rows keep the order in which they are added; the user selects a
+// whole row.
 class ctlAccountList : public Container {
   public:
     ctlAccountList(std::u16string name, Translator& translator);
@@ -39,7 +39,7 @@ class ctlAccountList : public Container {
 
     // The IDs of all rows that may be charged, in row order.
     std::vector<std::int32_t> ActiveIDs() const { return rows_.ActiveIDs(); }
-    // Moves on from the current row by so many rows, at most to the first or the last account, and into view.
+    // Makes the row so many rows further on current, at most the first or the last account, and scrolls it into view.
     void MoveBy(int rows);
     void MoveToFirst() { MoveBy(-flxAccounts.Rows()); }
     void MoveToLast() { MoveBy(flxAccounts.Rows()); }

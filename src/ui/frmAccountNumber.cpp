@@ -118,7 +118,7 @@ void frmAccountNumber::HideAgain() {
     Hide();
 }
 
-// False when the job was answered meanwhile, by the user or because there is no account list.
+// False when the user has answered while messages ran, or when the job was rejected because there are no accounts.
 bool frmAccountNumber::PrepareForHeadJob() {
     const std::uint32_t offer = offer_;
     // Until the end, the controls still hold what the user chose for the last job.

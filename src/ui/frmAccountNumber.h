@@ -65,7 +65,7 @@ class frmAccountNumber : public AccountNumberForm {
     void ShowForHeadJob();
     bool PrepareForHeadJob();
     void HideAgain();
-    // Whether the user still sees the showing of that number.
+    // Whether the showing with that number has not been answered yet.
     bool StillOffering(std::uint32_t offer) const;
     void ApplySettings();
     void FillChargeRates();

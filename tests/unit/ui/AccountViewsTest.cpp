@@ -1,4 +1,4 @@
-#include "unit/ui/DialogFixture.h"
+#include "unit/ui/AccountViewsFixture.h"
 
 namespace korvanta {
 
@@ -7,41 +7,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr int ticksBeforeSearch = 7;
-
-class AccountViewsTest : public DialogFixture {
-  protected:
-    // Ticks until the all-accounts view lists exactly these; 0 when a second does not do.
-    int TicksUntil(const std::vector<std::int32_t>& ids) {
-        for (int ticks = 1; ticks <= 10; ++ticks) {
-            SearchTicks(1);
-            if (AllIds() == ids) {
-                return ticks;
-            }
-        }
-        return 0;
-    }
-    void Search(const std::u16string& text) {
-        Type(text);
-        SearchTicks(ticksBeforeSearch);
-    }
-    void ChooseTab(int tab) { Dialog().tabView.HandleSelected(tab); }
-    void SetPreferred(const std::vector<std::int32_t>& ids) {
-        for (const std::int32_t id : ids) {
-            Prefs().AddPreferred(id);
-        }
-    }
-    std::vector<std::int32_t> Preferred() { return Numbers(*Prefs().Preferred()); }
-    std::vector<std::int32_t> PreferredRows() { return Ids(Dialog().ctlAccountListPreferred); }
-    std::vector<std::int32_t> RecentRows() { return Ids(Dialog().ctlAccountListRecent); }
-    int Fills() {
-        int fills = 0;
-        for (const Aspect aspect : peers.Of(Dialog().prgSearch).changes) {
-            fills += aspect == Aspect::Visible ? 1 : 0;
-        }
-        return fills / 2;
-    }
-};
+class AccountViewsTest : public AccountViewsFixture {};
 
 }  // namespace
 
@@ -98,6 +64,28 @@ TEST_F(AccountViewsTest, ATextThatIsTypedAndTakenBackFillsNothingAndKeepsTheSele
     EXPECT_EQ(Fills(), before);
     EXPECT_EQ(Dialog().ctlAccountListAll.SelectedID(), 12);
     EXPECT_FALSE(Dialog().tmrSearch.Enabled());
+}
+
+TEST_F(AccountViewsTest, TheSearchTimerRunsOnlyWhileASearchIsPending) {
+    Dialog().PreLoadAccounts();
+    SearchTicks(1);
+    EXPECT_FALSE(Dialog().tmrSearch.Enabled());
+    Type(u"no");
+    EXPECT_TRUE(Dialog().tmrSearch.Enabled());
+    SearchTicks(6);
+    EXPECT_TRUE(Dialog().tmrSearch.Enabled());
+    SearchTicks(1);
+    EXPECT_FALSE(Dialog().tmrSearch.Enabled());
+    Dialog().txtSearch.HandleKeyDown(Key::Enter);
+    EXPECT_TRUE(Dialog().tmrSearch.Enabled());
+}
+
+TEST_F(AccountViewsTest, EnterListsAccountsThatHaveChangedThoughNothingWasTyped) {
+    Dialog().PreLoadAccounts();
+    WriteAccounts({Main(50, u"New")});
+    Accounts().LoadAccounts();
+    Dialog().txtSearch.HandleKeyDown(Key::Enter);
+    EXPECT_EQ(TicksUntil({50}), 2);
 }
 
 TEST_F(AccountViewsTest, ASearchForTheParentListsAllItsSubAccountsAndOneForASubAccountThatOneAlone) {
@@ -168,6 +156,13 @@ TEST_F(AccountViewsTest, ARunningSearchShowsItsProgressTakesTheWaitCursorAndDisa
     Dialog().PreLoadAccounts();
     EXPECT_TRUE(looked);
     EXPECT_EQ(platform.messageLoop.oftenRuns, 20);
+    EXPECT_EQ(last, 100);
+    ExpectWhole();
+
+    Type(u"account");
+    last = -1;
+    SearchTicks(ticksBeforeSearch);
+    EXPECT_EQ(platform.messageLoop.oftenRuns, 40);
     ExpectWhole();
 }
 
@@ -191,6 +186,21 @@ TEST_F(AccountViewsTest, TypingAbortsARunningSearchAndStartsAnotherFromTheTimer)
     SearchTicks(1);
     EXPECT_EQ(AllIds().size(), 200U);
     ExpectWhole();
+}
+
+TEST_F(AccountViewsTest, EachGroupIsComparedWithTheTextAsItIsThen) {
+    WriteAccounts(ManyAccounts(100));
+    Dialog().PreLoadAccounts();
+    Type(u"account");
+    bool typed = false;
+    platform.messageLoop.onRunPendingOften = [&] {
+        if (!typed) {
+            typed = true;
+            Type(u"nothing like it");
+        }
+    };
+    SearchTicks(ticksBeforeSearch);
+    EXPECT_EQ(AllIds().size(), 10U) << "five groups, and of the sixth, which has no such title, nothing";
 }
 
 TEST_F(AccountViewsTest, TheAccountChosenLastIsSelectedInEveryViewThatListsItAndTheFirstRowOtherwise) {
@@ -218,165 +228,6 @@ TEST_F(AccountViewsTest, TheRecentViewListsTheNewestFirstAndSkipsButKeepsUnknown
     Dialog().PreLoadAccounts();
     EXPECT_THAT(RecentRows(), ElementsAre(2, 12, 1));
     EXPECT_THAT(Numbers(*Prefs().History()), ElementsAre(1, 99, 12, 2));
-}
-
-TEST_F(AccountViewsTest, AnUnknownPreferredAccountGoesWithANonEmptyListAndStaysWithAnEmptyOne) {
-    SetPreferred({99, 21, 98, 1});
-    files.RemoveFile(accountsFile);
-    Dialog().PreLoadAccounts();
-    Offer(1);
-    EXPECT_THAT(Preferred(), ElementsAre(99, 21, 98, 1));
-    WriteAccounts(StandardAccounts());
-    Offer(2);
-    EXPECT_THAT(Preferred(), ElementsAre(21, 1));
-    EXPECT_THAT(PreferredRows(), ElementsAre(21, 1));
-}
-
-TEST_F(AccountViewsTest, AFillWithAnEmptyListTakesNoPreferredAccountAway) {
-    SetPreferred({1, 12, 2});
-    Dialog().PreLoadAccounts();
-    files.RemoveFile(accountsFile);
-    files.RemoveFile(u"C:\\Temp\\tlxact.txt");
-    EXPECT_FALSE(Accounts().LoadAccounts());
-    Select(Dialog().ctlAccountListPreferred, 12);
-    Dialog().lblRemovePreferred.HandleClick();
-    EXPECT_THAT(PreferredRows(), IsEmpty()) << "the view was filled";
-    EXPECT_THAT(Preferred(), ElementsAre(1, 2));
-}
-
-TEST_F(AccountViewsTest, AListThatCouldNotBeReadWholeTakesNoPreferredAccountAway) {
-    Lines lines = StandardAccounts();
-    Dialog().PreLoadAccounts();
-    SetPreferred({21, 1});
-    WriteAccounts({lines[0], u"no account at all"});
-    files.WriteUtf16(u"C:\\Temp\\tlxact.txt", lines[0] + u"\r\nno account at all\r\n");
-    Offer(1);
-    EXPECT_EQ(Accounts().AccountDict().Count(), 1U);
-    Select(Dialog().ctlAccountListAll, 1);
-    Dialog().lblAddPreferred.HandleClick();
-    EXPECT_THAT(Preferred(), ElementsAre(21, 1));
-}
-
-TEST_F(AccountViewsTest, AddingTheSelectedAccountShowsItInThePreferredView) {
-    Dialog().PreLoadAccounts();
-    SelectAll(12);
-    Dialog().lblAddPreferred.HandleClick();
-    SelectAll(2);
-    Dialog().lblAddPreferred.HandleClick();
-    Dialog().lblAddPreferred.HandleClick();
-    EXPECT_THAT(Preferred(), ElementsAre(12, 2));
-    EXPECT_THAT(PreferredRows(), ElementsAre(12, 2));
-    ExpectWhole();
-}
-
-TEST_F(AccountViewsTest, AnIdOfZeroOrBelowIsNeitherAddedNorRemovedNorMoved) {
-    WriteAccounts({Main(0, u"Zero"), Main(-5, u"Negative"), Main(7, u"Seven")});
-    Dialog().PreLoadAccounts();
-    for (const std::int32_t id : {0, -5}) {
-        SelectAll(id);
-        Dialog().lblAddPreferred.HandleClick();
-        EXPECT_THAT(Preferred(), IsEmpty());
-    }
-    SetPreferred({7, 0, -5, 7});
-    Dialog().PreLoadAccounts();
-    for (const std::int32_t id : {0, -5}) {
-        Select(Dialog().ctlAccountListPreferred, id);
-        for (Label* label : {&Dialog().lblRemovePreferred, &Dialog().lblMoveUp, &Dialog().lblMoveDown}) {
-            label->HandleClick();
-            EXPECT_THAT(Preferred(), ElementsAre(7, 0, -5)) << id;
-        }
-    }
-}
-
-TEST_F(AccountViewsTest, AddingAndRemovingShowTheWaitCursorWhileThePreferredViewIsFilled) {
-    SetPreferred({1});
-    Dialog().PreLoadAccounts();
-    std::vector<MousePointer> pointers;
-    peers.onChanged = [&](Control& control, Aspect aspect) {
-        if (&control == &Dialog().ctlAccountListPreferred.flxAccounts && aspect == Aspect::Content) {
-            pointers.push_back(Dialog().Pointer());
-        }
-    };
-    for (Label* label : {&Dialog().lblAddPreferred, &Dialog().lblRemovePreferred}) {
-        pointers.clear();
-        SelectAll(12);
-        label->HandleClick();
-        EXPECT_THAT(pointers, testing::Not(IsEmpty()));
-        EXPECT_THAT(pointers, testing::Each(MousePointer::Hourglass));
-        EXPECT_EQ(Dialog().Pointer(), MousePointer::Default);
-    }
-    peers.onChanged = nullptr;
-}
-
-TEST_F(AccountViewsTest, NothingIsAddedRemovedOrMovedWithoutASelection) {
-    WriteAccounts({});
-    Dialog().PreLoadAccounts();
-    SetPreferred({1, 2});
-    for (Label* label :
-         {&Dialog().lblAddPreferred, &Dialog().lblRemovePreferred, &Dialog().lblMoveUp, &Dialog().lblMoveDown}) {
-        label->HandleClick();
-    }
-    EXPECT_THAT(Preferred(), ElementsAre(1, 2));
-    ExpectWhole();
-}
-
-TEST_F(AccountViewsTest, RemovingTheSelectedAccountTakesItFromThePreferredView) {
-    SetPreferred({1, 12, 2});
-    Dialog().PreLoadAccounts();
-    Select(Dialog().ctlAccountListPreferred, 12);
-    Dialog().lblRemovePreferred.HandleClick();
-    EXPECT_THAT(Preferred(), ElementsAre(1, 2));
-    EXPECT_THAT(PreferredRows(), ElementsAre(1, 2));
-    ExpectWhole();
-}
-
-TEST_F(AccountViewsTest, AMovedAccountChangesPlacesWithItsNeighbourAndNothingElse) {
-    SetPreferred({1, 12, 2, 21});
-    Dialog().PreLoadAccounts();
-    Select(Dialog().ctlAccountListPreferred, 2);
-    Dialog().lblMoveUp.HandleClick();
-    EXPECT_THAT(Preferred(), ElementsAre(1, 2, 12, 21));
-    EXPECT_THAT(PreferredRows(), ElementsAre(1, 2, 12, 21));
-    Select(Dialog().ctlAccountListPreferred, 12);
-    Dialog().lblMoveDown.HandleClick();
-    EXPECT_THAT(Preferred(), ElementsAre(1, 2, 21, 12));
-    EXPECT_THAT(PreferredRows(), ElementsAre(1, 2, 21, 12));
-}
-
-TEST_F(AccountViewsTest, AMovedAccountStaysSelected) {
-    SetPreferred({1, 12, 2});
-    Dialog().PreLoadAccounts();
-    Select(Dialog().ctlAccountListPreferred, 12);
-    Dialog().lblMoveUp.HandleClick();
-    EXPECT_THAT(Preferred(), ElementsAre(12, 1, 2));
-    EXPECT_THAT(PreferredRows(), ElementsAre(12, 1, 2));
-    EXPECT_EQ(Dialog().ctlAccountListPreferred.SelectedID(), 12);
-    Dialog().lblMoveDown.HandleClick();
-    Dialog().lblMoveDown.HandleClick();
-    EXPECT_THAT(PreferredRows(), ElementsAre(1, 2, 12));
-    EXPECT_EQ(Dialog().ctlAccountListPreferred.SelectedID(), 12);
-}
-
-TEST_F(AccountViewsTest, MovingTheFirstUpOrTheLastDownChangesNothing) {
-    SetPreferred({1, 12, 2});
-    Dialog().PreLoadAccounts();
-    Select(Dialog().ctlAccountListPreferred, 1);
-    Dialog().lblMoveUp.HandleClick();
-    EXPECT_THAT(Preferred(), ElementsAre(1, 12, 2));
-    Select(Dialog().ctlAccountListPreferred, 2);
-    Dialog().lblMoveDown.HandleClick();
-    EXPECT_THAT(Preferred(), ElementsAre(1, 12, 2));
-    EXPECT_EQ(Dialog().ctlAccountListPreferred.SelectedID(), 2);
-}
-
-TEST_F(AccountViewsTest, ANewOrderIsWrittenWithTheNextCancel) {
-    SetPreferred({1, 12});
-    Offer(1);
-    Select(Dialog().ctlAccountListPreferred, 12);
-    Dialog().lblMoveUp.HandleClick();
-    EXPECT_FALSE(files.Has(prefsFile));
-    PressCancel();
-    EXPECT_NE(files.ReadUtf16(prefsFile).find(u"preferred\u000112,1\r\n"), std::u16string::npos);
 }
 
 TEST_F(AccountViewsTest, ATabShowsItsFrameAloneAndIsRemembered) {
@@ -559,26 +410,15 @@ TEST_F(AccountViewsTest, AnUnchangedAccountsFileIsNotListedAnew) {
     EXPECT_EQ(AllIds().size(), 9U);
 }
 
-TEST_F(AccountViewsTest, TheCaptionsOfThePreferredListAreAsTheyStand) {
-    EXPECT_EQ(Dialog().lblAddPreferred.Caption(), u"Add selected account to preferred list");
-    EXPECT_EQ(Dialog().lblRemovePreferred.Caption(), u"Remove selected account from preferred list");
-    EXPECT_EQ(Dialog().lblPreferredList.Caption(), u"Preferred list");
-}
-
-TEST_F(AccountViewsTest, AListThatFailsWhileItIsFilledIsShownAgain) {
-    SetPreferred({1, 12});
-    Dialog().PreLoadAccounts();
-    SelectAll(2);
-    // Somewhere inside the refill a list cannot be read.
-    for (int failing = 0; failing < 12; ++failing) {
-        for (int good = 0; good < failing; ++good) {
-            platform.mutexes.state.waitResults.push_back(WaitResult::Acquired);
-        }
-        platform.mutexes.state.waitResults.push_back(WaitResult::TimedOut);
-        EXPECT_NO_THROW(Dialog().lblAddPreferred.HandleClick());
-        platform.mutexes.state.waitResults.clear();
-        ExpectWhole();
-    }
+TEST_F(AccountViewsTest, AnUnchangedListStandsOnTheAccountChosenLastAgain) {
+    Offer(1);
+    SelectAll(21);
+    PressOK();
+    Offer(2);
+    SelectAll(1);
+    PressCancel();
+    Offer(3);
+    EXPECT_EQ(Dialog().ctlAccountListAll.SelectedID(), 21);
 }
 
 TEST_F(AccountViewsTest, ASearchThatFailsHalfWayLeavesTheViewWhole) {

@@ -117,7 +117,13 @@ TEST_F(BannerTest, APropertyReachesWhatItAppliesToAtOnce) {
     EXPECT_FALSE(banner.lblTitle.Transparent());
     EXPECT_TRUE(banner.lblDescription.Transparent());
     EXPECT_EQ(static_cast<Control&>(banner).BackColor(), 0x123456U);
-    EXPECT_EQ(banner.lblTitle.ForeColor(), 0x654321U);
+    for (const Label* label : {&banner.lblTitle, &banner.lblDescription}) {
+        EXPECT_EQ(label->ForeColor(), 0x654321U);
+    }
+    for (const Label* label : {&banner.lblTitle, &banner.lblDescription, &banner.lblLink}) {
+        EXPECT_EQ(label->BackColor(), 0x123456U);
+        EXPECT_FALSE(static_cast<const Control*>(label)->Enabled());
+    }
     EXPECT_FALSE(static_cast<Control&>(banner).Enabled());
     EXPECT_FALSE(banner.lblLink.Visible());
     banner.LinkVisible(true);
@@ -211,6 +217,14 @@ TEST_F(BannerTest, ALinkOfAnyLengthStaysInsideAndLeavesTheTitleItsRoom) {
             EXPECT_GE(control->Position().width, 0);
         }
     }
+}
+
+TEST_F(BannerTest, BesideALongTitleTheLinkKeepsEnoughToClickOn) {
+    SetLink(u"http://reseller.example");
+    banner.Title(std::u16string(200, u'x'));
+    banner.Shown();
+    EXPECT_EQ(banner.lblLink.Position().width, 600);
+    ExpectLinkIsLaidOut();
 }
 
 TEST_F(BannerTest, TheWaitingPageForwardsToTheProductsPage) {

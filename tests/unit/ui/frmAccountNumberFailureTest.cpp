@@ -96,6 +96,15 @@ TEST_F(AccountDialogTest, AnAccountThatLeftTheListAfterItWasShownIsNotCharged) {
     EXPECT_EQ(NotificationCount(), 0U);
 }
 
+TEST_F(AccountDialogTest, ACountThatCouldNotBeShownWhenTheJobCameIsShownWithTheDialog) {
+    Dialog();
+    platform.mutexes.state.waitResults = {WaitResult::Acquired, WaitResult::TimedOut};
+    Dialog().AddJob(Job(1));
+    EXPECT_EQ(Dialog().lblJobsQueued.Caption(), u"0");
+    MonitorTick();
+    EXPECT_EQ(Dialog().lblJobsQueued.Caption(), u"1");
+}
+
 TEST_F(AccountDialogTest, AListThatCannotBeReadWhileTheDialogComesUpLosesNoJob) {
     WriteAccounts({Main(1, u"Sales"), Main(2, u"Research")});
     Dialog().PreLoadAccounts();
