@@ -69,8 +69,11 @@ void Office::SetUpPlatform() {
 
 std::u16string Office::Settings() const {
     const std::u16string method = detection_ == Detection::File ? u"0" : detection_ == Detection::HTTP ? u"2" : u"1";
-    return u"0\r\n" + method + u"\r\n" + method + u"\r\n31\r\n" + Words(refreshMinutes_) + u"\r\n44\r\n30\r\n" +
-           Words(pollingTicks_) + u"\r\n" + Words(pollingTicks_) + u"\r\n0\r\n\r\n";
+    const std::u16string other = method == u"0" ? u"1" : u"0";
+    const bool is9x = detection_ == Detection::Spooler9x;
+    return u"0\r\n" + (is9x ? other : method) + u"\r\n" + (is9x ? method : other) + u"\r\n31\r\n" +
+           Words(refreshMinutes_) + u"\r\n44\r\n30\r\n" + Words(pollingTicks_) + u"\r\n" + Words(pollingTicks_) +
+           u"\r\n0\r\n\r\n";
 }
 
 std::u16string Office::Share(int server, const std::u16string& rest) const {

@@ -25,10 +25,14 @@ const char16_t* MethodOf(Detection detection) {
     return u"";
 }
 
-// Match by user and machine; refreshes every 10 minutes, polls every second.
+// Match by user and machine; refreshes every 10 minutes, polls every second. The line of the other family of Windows
+// has another method.
 std::u16string Settings(Detection detection) {
     const std::u16string method = MethodOf(detection);
-    return u"0\r\n" + method + u"\r\n" + method + u"\r\n31\r\n10\r\n44\r\n30\r\n0\r\n0\r\n0\r\n\r\n";
+    const std::u16string other = method == u"0" ? u"1" : u"0";
+    const bool is9x = detection == Detection::Spooler9x;
+    return u"0\r\n" + (is9x ? other : method) + u"\r\n" + (is9x ? method : other) +
+           u"\r\n31\r\n10\r\n44\r\n30\r\n0\r\n0\r\n0\r\n\r\n";
 }
 
 bool EndsJob(const std::u16string& text) {

@@ -40,8 +40,7 @@ class MonitoringCost : public fakes::ProgramFixture, public testing::WithParamIn
 
     void Publish() {
         const std::u16string method = OverHttp() ? u"2" : u"0";
-        const std::u16string text =
-            u"2\r\n" + method + u"\r\n" + method + u"\r\n31\r\n60\r\n44\r\n30\r\n8\r\n4\r\n0\r\n\r\n";
+        const std::u16string text = u"2\r\n" + method + u"\r\n1\r\n31\r\n60\r\n44\r\n30\r\n8\r\n4\r\n0\r\n\r\n";
         PublishSettings(text);
         windows.internet.unknownUrlBody = "file not found";
         windows.internet.PutUtf16(u"http://SRV1/TLXData/ClientSet.txt", text);

@@ -29,9 +29,9 @@ class ProgramFixture : public testing::Test {
     }
     ~ProgramFixture() override { program.reset(); }
 
-    // The lines of a settings file; the detection methods of both families of Windows are the argument.
-    static std::u16string Settings(const std::u16string& method = u"0") {
-        return u"2\r\n" + method + u"\r\n" + method + u"\r\n31\r\n60\r\n44\r\n30\r\n8\r\n0\r\n0\r\n\r\n";
+    // The lines of a settings file, with a detection method for each family of Windows.
+    static std::u16string Settings(const std::u16string& method = u"0", const std::u16string& methodWin9X = u"1") {
+        return u"2\r\n" + method + u"\r\n" + methodWin9X + u"\r\n31\r\n60\r\n44\r\n30\r\n8\r\n0\r\n0\r\n\r\n";
     }
     void PublishSettings(const std::u16string& text) {
         windows.files.WriteUtf16(u"\\\\SRV1\\TLXData$\\ClientSet.txt", text);

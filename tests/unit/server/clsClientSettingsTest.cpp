@@ -5,7 +5,7 @@
 namespace korvanta {
 namespace {
 
-const std::u16string elevenLines = u"1\r\n2\r\n1\r\n32\r\n61\r\n45\r\n33\r\n9\r\n5\r\n-1\r\nguests";
+const std::u16string elevenLines = u"1\r\n2\r\n7\r\n32\r\n61\r\n45\r\n33\r\n9\r\n5\r\n-1\r\nguests";
 const std::u16string thirteenLines = elevenLines + u"\r\nthe comment\r\nthe label";
 
 class ClientSettings : public ServerFixture {
@@ -54,9 +54,18 @@ TEST_F(ClientSettings, PropertiesAreStoredUnchecked) {
     EXPECT_EQ(All(settings), u"-1|99|98|0|-5|2147483647|7|6|5|True|u|c|l");
 }
 
+TEST_F(ClientSettings, EachFamilyOfWindowsHasItsOwnDetectionMethod) {
+    settings.JobDetectionMethod(1);
+    settings.JobDetectionMethodWin9X(2);
+    EXPECT_EQ(settings.EffectiveDetectionMethod(false), DetectionMethod::Printer);
+    EXPECT_EQ(settings.EffectiveDetectionMethod(true), DetectionMethod::HTTP);
+    settings.JobDetectionMethod(-7);
+    EXPECT_EQ(static_cast<std::int32_t>(settings.EffectiveDetectionMethod(false)), -7) << "any number is carried";
+}
+
 TEST_F(ClientSettings, ThirteenLinesSetEverything) {
     EXPECT_TRUE(settings.LoadString(thirteenLines));
-    EXPECT_EQ(All(settings), u"1|2|1|32|61|45|33|9|5|True|guests|the comment|the label");
+    EXPECT_EQ(All(settings), u"1|2|7|32|61|45|33|9|5|True|guests|the comment|the label");
 }
 
 TEST_F(ClientSettings, LinesAfterTheThirteenthAreIgnored) {
@@ -68,16 +77,16 @@ TEST_F(ClientSettings, ExactlyElevenLinesLeaveTheLastTwoAsTheyWere) {
     settings.DefaultComment(u"before");
     settings.ShowOnInvoiceLabel(u"before too");
     EXPECT_TRUE(settings.LoadString(elevenLines));
-    EXPECT_EQ(All(settings), u"1|2|1|32|61|45|33|9|5|True|guests|before|before too");
+    EXPECT_EQ(All(settings), u"1|2|7|32|61|45|33|9|5|True|guests|before|before too");
     EXPECT_TRUE(settings.LoadString(elevenLines + u"\r\nafter"));
-    EXPECT_EQ(All(settings), u"1|2|1|32|61|45|33|9|5|True|guests|after|before too");
+    EXPECT_EQ(All(settings), u"1|2|7|32|61|45|33|9|5|True|guests|after|before too");
     EXPECT_TRUE(settings.LoadString(elevenLines + u"\r\n\r\n"));
-    EXPECT_EQ(All(settings), u"1|2|1|32|61|45|33|9|5|True|guests||");
+    EXPECT_EQ(All(settings), u"1|2|7|32|61|45|33|9|5|True|guests||");
 }
 
 TEST_F(ClientSettings, ALineThatIsNoNumberEndsTheLoadThere) {
     EXPECT_FALSE(settings.LoadString(WithLine(5, u"abc")));
-    EXPECT_EQ(All(settings), u"1|2|1|32|60|44|30|8|4|False|||");
+    EXPECT_EQ(All(settings), u"1|2|7|32|60|44|30|8|4|False|||");
 }
 
 TEST_F(ClientSettings, AnyOfTheNineNumbersMustConvert) {
@@ -116,7 +125,7 @@ TEST_F(ClientSettings, TheBooleanIsAnyNumberOrTrueOrFalse) {
 
 TEST_F(ClientSettings, FewerThanElevenLinesFailAfterApplyingWhatIsThere) {
     EXPECT_FALSE(settings.LoadString(elevenLines.substr(0, elevenLines.rfind(u"\r\n"))));
-    EXPECT_EQ(All(settings), u"1|2|1|32|61|45|33|9|5|True|||");
+    EXPECT_EQ(All(settings), u"1|2|7|32|61|45|33|9|5|True|||");
 }
 
 TEST_F(ClientSettings, TheEmptyTextChangesNothing) {
@@ -182,12 +191,12 @@ TEST_F(ClientSettings, LoadFileFailsAndForgivesAsLoadStringDoes) {
     settings.DefaultComment(u"before");
     TextInput eleven = Open(elevenLines);
     EXPECT_TRUE(settings.LoadFile(eleven));
-    EXPECT_EQ(All(settings), u"1|2|1|32|61|45|33|9|5|True|guests|before|");
+    EXPECT_EQ(All(settings), u"1|2|7|32|61|45|33|9|5|True|guests|before|");
 
     clsClientSettings fresh;
     TextInput broken = Open(WithLine(5, u"abc"));
     EXPECT_FALSE(fresh.LoadFile(broken));
-    EXPECT_EQ(All(fresh), u"1|2|1|32|60|44|30|8|4|False|||");
+    EXPECT_EQ(All(fresh), u"1|2|7|32|60|44|30|8|4|False|||");
     TextInput empty = Open(u"");
     EXPECT_FALSE(fresh.LoadFile(empty));
 }
