@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "common/Text.h"
 
 namespace korvanta {
 
@@ -157,7 +158,7 @@ void TextOutput::Write(std::u16string_view text) {
 
 void TextOutput::WriteLine(std::u16string_view text) {
     Write(text);
-    Write(u"\r\n");
+    Write(lineBreak);
 }
 
 void TextOutput::Flush() {

@@ -3,6 +3,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
+#include "server/ServerLog.h"
 #include "server/Shares.h"
 #include "server/basJobNotificationFile.h"
 
@@ -24,12 +25,10 @@ std::u16string clsServerInterfaceFile::IServerInterface_GetPrintersFile() {
     try {
         path = Shares(serverName_).PrintersFile();
         std::u16string text = Read(path);
-        log_.Log(u"IServerInterface_GetPrintersFile: Successfully obtained list of printer names.");
+        log_.Log(serverLog::printersObtained);
         return text;
     } catch (...) {
-        const Error error = Error::Current();
-        log_.Log(u"IServerInterface_GetPrintersFile: Error occured whilst obtaining list of printer names: " +
-                 error.NumberAndDescription() + u" (" + error.Source() + u"). Tried to read from the file: " + path);
+        log_.Log(serverLog::PrintersFailed(Error::Current(), u"file", path));
         return {};
     }
 }
@@ -60,13 +59,11 @@ bool clsServerInterfaceFile::IServerInterface_TestHealth() {
 }
 
 std::u16string clsServerInterfaceFile::IServerInterface_GetJobCounter() {
-    return ReadJobFile(JobCounterFileName(userName_),
-                       u"IServerInterface_GetJobCounter: Error getting counter file from server ");
+    return ReadJobFile(JobCounterFileName(userName_), serverLog::CounterFailed(serverName_));
 }
 
 std::u16string clsServerInterfaceFile::IServerInterface_GetJobNotificationFile(std::int32_t jobId) {
-    return ReadJobFile(JobNotificationFileName(userName_, jobId),
-                       u"IServerInterface_GetJobNotificationFile: Error getting job notification file from server ");
+    return ReadJobFile(JobNotificationFileName(userName_, jobId), serverLog::JobFileFailed(serverName_));
 }
 
 bool clsServerInterfaceFile::IServerInterface_TestJobNotificationFile(std::int32_t jobId) {
@@ -79,7 +76,7 @@ std::u16string clsServerInterfaceFile::ReadJobFile(const std::u16string& name, c
     } catch (...) {
         // A user without jobs has no such files: not worth a line in the log every few seconds.
         if (Error::Current().Number() != errorNumber::fileNotFound) {
-            log_.Log(failure + serverName_);
+            log_.Log(failure);
         }
         return {};
     }

@@ -6,6 +6,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "common/TextStream.h"
+#include "server/ServerLog.h"
 #include "server/Shares.h"
 #include "server/basJobNotificationFile.h"
 
@@ -114,12 +115,10 @@ std::u16string clsServerInterfaceHTTP::IServerInterface_GetPrintersFile() {
     try {
         url = DataUrl(dataFile::printers);
         std::u16string text = GetURL(url);
-        log_.Log(u"IServerInterface_GetPrintersFile: Successfully obtained list of printer names.");
+        log_.Log(serverLog::printersObtained);
         return text;
     } catch (...) {
-        const Error error = Error::Current();
-        log_.Log(u"IServerInterface_GetPrintersFile: Error occured whilst obtaining list of printer names: " +
-                 error.NumberAndDescription() + u" (" + error.Source() + u"). Tried to read from the URL: " + url);
+        log_.Log(serverLog::PrintersFailed(Error::Current(), u"URL", url));
         return {};
     }
 }
@@ -140,7 +139,7 @@ std::u16string clsServerInterfaceHTTP::IServerInterface_GetJobCounter() {
     try {
         return GetURL(JobUrl(JobCounterFileName(userName_)));
     } catch (...) {
-        log_.Log(u"IServerInterface_GetJobCounter: Error getting counter file from server " + serverName_);
+        log_.Log(serverLog::CounterFailed(serverName_));
         return {};
     }
 }
@@ -149,8 +148,7 @@ std::u16string clsServerInterfaceHTTP::IServerInterface_GetJobNotificationFile(s
     try {
         return GetURL(JobUrl(JobNotificationFileName(userName_, jobId)));
     } catch (...) {
-        log_.Log(u"IServerInterface_GetJobNotificationFile: Error getting job notification file from server " +
-                 serverName_);
+        log_.Log(serverLog::JobFileFailed(serverName_));
         return {};
     }
 }
