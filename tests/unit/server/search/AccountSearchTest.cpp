@@ -24,7 +24,12 @@ std::shared_ptr<AccountTable> Table(const Accounts& accounts) {
     auto table = std::make_shared<AccountTable>();
     std::int32_t id = 0;
     for (const Titles& account : accounts) {
-        table->Add({++id, account.isMain, account.mainTitle, account.subTitle, true, false, 0, u"password"});
+        table->Add({.accountId = ++id,
+                    .isMain = account.isMain,
+                    .mainTitle = account.mainTitle,
+                    .subTitle = account.subTitle,
+                    .isActive = true,
+                    .password = u"password"});
     }
     table->EndGroup();
     return table;

@@ -7,10 +7,10 @@ namespace korvanta {
 namespace {
 
 AccountFields Main(std::int32_t id, std::u16string_view title) {
-    return {id, true, title, u"", true, false, 0, u""};
+    return {.accountId = id, .isMain = true, .mainTitle = title, .subTitle = {}, .isActive = true, .password = {}};
 }
 AccountFields Sub(std::int32_t id, std::u16string_view mainTitle, std::u16string_view subTitle) {
-    return {id, false, mainTitle, subTitle, true, false, 0, u""};
+    return {.accountId = id, .mainTitle = mainTitle, .subTitle = subTitle, .isActive = true, .password = {}};
 }
 
 TEST(AccountTableTest, ANewTableIsEmpty) {
