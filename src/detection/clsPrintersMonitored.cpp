@@ -53,9 +53,19 @@ void clsPrintersMonitored::RefreshPrinterLists() {
     if (!servers) {
         return;
     }
+    std::shared_ptr<List> primaryPrinters;
+    if (servers->Length() == 1 && serverList_->Length() > 1) {
+        // Either the servers list has become empty, or the primary server is away. With nothing from it at all it is
+        // away, and the other servers are watched as before.
+        primaryPrinters = ReadPrinterNames(primaryServerName_);
+        if (!primaryPrinters) {
+            return;
+        }
+    }
     serverList_ = servers;
     for (const Variant& server : servers->Items()) {
-        if (const std::shared_ptr<List> printers = ReadPrinterNames(server.Text())) {
+        const std::shared_ptr<List> printers = primaryPrinters ? primaryPrinters : ReadPrinterNames(server.Text());
+        if (printers) {
             printersByServer_[server.Text()] = printers;
         }
     }

@@ -26,8 +26,9 @@ class clsPrintersMonitored {
     // Whether the last completed refresh changed PrinterList; false before the first.
     bool PrinterListChanged() const { return printerListChanged_; }
 
-    // Reads all lists from the servers again. A server that cannot be read keeps its last known printers. Messages may
-    // run while a server answers.
+    // Reads all lists from the servers again. A server that cannot be read keeps its last known printers. When the
+    // primary server gives neither a servers list nor printers, and there was a servers list before, nothing changes.
+    // Messages may run while a server answers.
     void RefreshPrinterLists();
 
   private:

@@ -151,9 +151,12 @@ void Office::CountTick(bool programRuns) {
     windows.waitableHandles.polls.clear();
     windows.spooler.log.clear();
     windows.internet.requests.clear();
+    // The program keeps the list of servers while the primary server is away. By HTTP half a list can take its place.
+    const Server& primary = servers_.front();
+    listKnown_ = programRuns && !listChanged_ && detection_ != Detection::HTTP &&
+                 (listKnown_ || primary.ticks > enoughTicks);
     for (Server& server : servers_) {
-        // While the primary server is away, the others are not in the list.
-        if (!programRuns || !server.up || !servers_.front().up || listChanged_) {
+        if (!programRuns || !server.up || listChanged_ || (!primary.up && !listKnown_)) {
             server.ticks = 0;
         } else {
             ++server.ticks;

@@ -161,6 +161,47 @@ TEST_F(PrintersMonitored, ListOfTheSameLengthThatOnlyRepeatsOldNamesIsUnchanged)
     EXPECT_EQ(Printers(), (Texts{u"\\\\srv\\a", u"\\\\srv\\a"}));
 }
 
+TEST_F(PrintersMonitored, PrimaryServerThatIsAwayChangesNothing) {
+    organisation_.AddServer(u"two");
+    organisation_.PublishServers({u"two"});
+    organisation_.PublishPrinters(u"srv", {u"a"});
+    organisation_.PublishPrinters(u"two", {u"b"});
+    EXPECT_TRUE(Refresh());
+    EXPECT_FALSE(Refresh());
+    files_.Down(u"srv");
+    organisation_.PublishPrinters(u"two", {u"b", u"c"});
+    EXPECT_FALSE(Refresh());
+    EXPECT_EQ(Servers(), (Texts{u"srv", u"two"}));
+    EXPECT_EQ(Printers(), (Texts{u"\\\\srv\\a", u"\\\\two\\b"}));
+    files_.Up(u"srv");
+    EXPECT_TRUE(Refresh());
+    EXPECT_EQ(Printers(), (Texts{u"\\\\srv\\a", u"\\\\two\\b", u"\\\\two\\c"}));
+}
+
+TEST_F(PrintersMonitored, ServersListThatBecomesEmptyLeavesThePrimaryServerAlone) {
+    organisation_.AddServer(u"two");
+    organisation_.PublishServers({u"two"});
+    organisation_.PublishPrinters(u"srv", {u"a"});
+    organisation_.PublishPrinters(u"two", {u"b"});
+    Refresh();
+    organisation_.PublishServers({});
+    organisation_.PublishPrinters(u"srv", {u"a2"});
+    files_.log.clear();
+    EXPECT_TRUE(Refresh());
+    EXPECT_EQ(Servers(), Texts{u"srv"});
+    EXPECT_EQ(Printers(), Texts{u"\\\\srv\\a2"});
+    EXPECT_EQ(std::count(files_.log.begin(), files_.log.end(), u"OpenForReading \\\\SRV\\TLXData$\\Printers.txt"), 1);
+    organisation_.PublishServers({u"two"});
+    Refresh();
+    EXPECT_EQ(Servers(), (Texts{u"srv", u"two"}));
+}
+
+TEST_F(PrintersMonitored, PrimaryServerThatHasNeverBeenThereIsTheOnlyOne) {
+    files_.Down(u"srv");
+    EXPECT_FALSE(Refresh());
+    EXPECT_EQ(Servers(), Texts{u"srv"});
+}
+
 TEST_F(PrintersMonitored, HoldersOfTheOldListsKeepThem) {
     organisation_.PublishPrinters(u"srv", {u"a"});
     Refresh();
