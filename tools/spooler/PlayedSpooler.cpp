@@ -306,6 +306,15 @@ void Files::Start() const {
     State({true, State().life});
 }
 
+void Files::Restart() const {
+    const Turn turn;
+    for (const std::string& printer : Printers()) {
+        Announce(printer);
+    }
+    Stop();
+    Start();
+}
+
 Files::Condition Files::State() const {
     const Turn turn;
     const Records records = Read(stateFile);

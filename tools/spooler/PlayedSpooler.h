@@ -94,6 +94,9 @@ class Files {
     // A spooler that dies takes every handle with it; they stay invalid when it returns.
     void Stop() const;
     void Start() const;
+    // Dies and returns at once, as real spoolers do: the change handles of before stay signalled for good, and arming
+    // them again fails.
+    void Restart() const;
     bool Running() const { return State().running; }
     // How often it has died.
     int Life() const { return State().life; }

@@ -40,6 +40,7 @@ constexpr const char* usage =
     "  commands            lists what programs asked for: printer, number of the job, command (3 is cancel)\n"
     "  calls               lists every call of every program with its arguments and its result\n"
     "  stop, start         lets the spooler die, which makes every handle invalid for good, and return\n"
+    "  restart             lets it die and return at once; the change handles of before stay signalled for good\n"
     "  fail FAULT          lets something go wrong from now on:\n"
     "      open            OpenPrinterA is refused\n"
     "      close           ClosePrinter is refused\n"
@@ -274,6 +275,7 @@ void Run(const Arguments& words) {
         {"calls", ListCalls},
         {"stop", Simply<&spooler::Files::Stop>},
         {"start", Simply<&spooler::Files::Start>},
+        {"restart", Simply<&spooler::Files::Restart>},
         {"fail", AddFault},
         {"heal", Heal},
         {"clear", Simply<&spooler::Files::Clear>},

@@ -319,6 +319,19 @@ BOOL WINAPI PlayFindNextChange(HANDLE change, DWORD* changed, void* notifyOption
     return call.End(Rearm(call, change));
 }
 
+BOOL WINAPI PlayFindCloseChange(HANDLE change) {
+    const Turn turn;
+    Call call("FindClosePrinterChangeNotification");
+    const auto found = TheProcess().watches.find(change);
+    call.With("", reinterpret_cast<std::intptr_t>(change));
+    call.With("of", found == TheProcess().watches.end() ? std::string("unknown") : found->second.printer);
+    if (found == TheProcess().watches.end()) {
+        return call.End(call.Fail(ERROR_INVALID_HANDLE));
+    }
+    TheProcess().watches.erase(found);
+    return call.End(::CloseHandle(change) ? TRUE : call.Fail(::GetLastError()));
+}
+
 BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, void*) {
     if (reason == DLL_PROCESS_ATTACH) {
         TheProcess().library = library;
