@@ -38,10 +38,12 @@ clsJobDetectionFile::clsJobDetectionFile(clsServerInterfaces& serverInterfaces,
       spooler_(spooler),
       log_(log),
       jobHistories_(mutexes, log),
-      fileSurroundings_{
-          serverInterfaces, clock,
-          system,           log,
-          windowsUserName,  [this](const std::shared_ptr<clsJobInfo>& job) { jobHistories_.Report(job, *eventSink_); }},
+      fileSurroundings_{serverInterfaces,
+                        clock,
+                        system,
+                        log,
+                        windowsUserName,
+                        [this](const std::shared_ptr<clsJobInfo>& job) { jobHistories_.Report(job, job, *eventSink_); }},
       operations_([this] { Rebuild(); }) {}
 
 void clsJobDetectionFile::IJobDetectionObject_Start(IJobDetectionEventSink& objEventSink) {

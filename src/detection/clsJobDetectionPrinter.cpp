@@ -16,7 +16,6 @@ namespace korvanta {
 
 namespace {
 
-constexpr std::uint32_t jobAdded = 0x100;
 constexpr std::uint32_t allJobs = 0xFFFFFFFF;
 constexpr std::size_t blockWords = 16;
 // Room for jobs that arrive between the call that asks for the size and the one that asks for the jobs.
@@ -35,10 +34,6 @@ constexpr std::size_t mostWaitHandles = 64;
 
 std::vector<std::uint32_t> WordsFor(std::uint32_t bytes) {
     return std::vector<std::uint32_t>(bytes / 4 + 2);
-}
-
-std::u16string CodeText(std::uint32_t code) {
-    return NumberText(static_cast<std::int64_t>(code));
 }
 
 }  // namespace
@@ -94,19 +89,19 @@ void clsJobDetectionPrinter::IJobDetectionObject_MonitorClockTick() {
 }
 
 bool clsJobDetectionPrinter::IJobDetectionObject_TestServerHealth() {
-    for (const Printer& printer : std::vector<Printer>(printers_)) {
+    for (const Printer& printer : std::vector(printers_)) {
         std::vector<std::uint32_t> words(healthTestWords);
         std::uint32_t neededBytes = 0;
         std::uint32_t returnedJobs = 0;
         std::int32_t result =
-            spooler_.EnumJobs(printer.handle, 0, 1, words, healthTestBytes, neededBytes, returnedJobs);
+            spooler_.EnumJobs(printer->Handle(), 0, 1, words, healthTestBytes, neededBytes, returnedJobs);
         if (neededBytes > healthTestBytes) {
             const std::uint32_t bufferBytes = neededBytes;
             words = WordsFor(bufferBytes);
-            result = spooler_.EnumJobs(printer.handle, 0, 1, words, bufferBytes, neededBytes, returnedJobs);
+            result = spooler_.EnumJobs(printer->Handle(), 0, 1, words, bufferBytes, neededBytes, returnedJobs);
         }
         if (result == 0) {
-            log_.Log(u"TestPrinterHandles found an invalid handle for :" + printer.name);
+            log_.Log(u"TestPrinterHandles found an invalid handle for :" + printer->Name());
             return false;
         }
     }
@@ -117,45 +112,33 @@ bool clsJobDetectionPrinter::IJobDetectionObject_CancelJob(const clsJobInfo& obj
     return CancelByHandle(spooler_, objJobInfo);
 }
 
-// The former printers stay in use until the new ones are complete: messages that run meanwhile may test them.
+// The former printers stay in use until the new ones are complete, since messages that run meanwhile may test them.
+// Closing them comes last, when nothing refers to them any more.
 void clsJobDetectionPrinter::OpenPrinters() {
     const bool isWindowsNT = systemInformation_.IsWindowsNT();
     std::vector<Printer> printers;
     for (const Variant& name : printersMonitored_.PrinterList()->Items()) {
-        Printer printer{0, 0, name.Text()};
-        const std::u16string failure = OpenPrinter(printer, isWindowsNT);
-        eventSink_->FoundPrinter(printer.name, failure.empty());
+        const auto printer = std::make_shared<WatchedPrinter>(spooler_, name.Text());
+        const std::u16string failure = printer->Open(isWindowsNT);
+        eventSink_->FoundPrinter(printer->Name(), failure.empty());
         if (failure.empty()) {
             printers.push_back(printer);
         } else {
-            log_.Log(u"Warning - unable to open printer " + printer.name + u" (" + failure + u")");
+            log_.Log(u"Warning - unable to open printer " + printer->Name() + u" (" + failure + u")");
         }
     }
-    printers_ = std::move(printers);
-}
-
-// Returns why the printer cannot be watched; empty when it can.
-std::u16string clsJobDetectionPrinter::OpenPrinter(Printer& printer, bool isWindowsNT) {
-    if (!spooler_.OpenPrinter(printer.name, printer.handle)) {
-        return u"OpenPrinter call failed: " + CodeText(spooler_.LastError());
-    }
-    if (isWindowsNT) {
-        printer.changeHandle = spooler_.FindFirstChange(printer.handle, jobAdded);
-        if (printer.changeHandle == 0 || printer.changeHandle == -1) {
-            return u"invalid change handle returned. Error: " + CodeText(spooler_.LastError());
-        }
-    }
-    return {};
+    printers_.swap(printers);
+    firstToWaitFor_ = 0;
 }
 
 void clsJobDetectionPrinter::ProcessAllPrinters(bool silent) {
-    for (const Printer& printer : std::vector<Printer>(printers_)) {
-        ProcessNewJobs(printer, silent);
+    for (const Printer& printer : std::vector(printers_)) {
+        ProcessNewJobs(*printer, silent);
     }
 }
 
 // A failure concerns this printer only; the log shows how far it came.
-void clsJobDetectionPrinter::ProcessNewJobs(const Printer& printer, bool silent) {
+void clsJobDetectionPrinter::ProcessNewJobs(const WatchedPrinter& printer, bool silent) {
     try {
         EnumerateAndReport(printer, silent);
     } catch (...) {
@@ -163,7 +146,7 @@ void clsJobDetectionPrinter::ProcessNewJobs(const Printer& printer, bool silent)
     }
 }
 
-void clsJobDetectionPrinter::EnumerateAndReport(const Printer& printer, bool silent) {
+void clsJobDetectionPrinter::EnumerateAndReport(const WatchedPrinter& printer, bool silent) {
     messageLoop_.RunPending();
     log_.Log(u"ProcessNewJob - called");
     const Jobs jobs = EnumerateAllJobs(printer);
@@ -171,20 +154,31 @@ void clsJobDetectionPrinter::EnumerateAndReport(const Printer& printer, bool sil
     if (jobs.result == 0) {
         return;
     }
-    const auto count = static_cast<std::int32_t>(jobs.returned);
-    log_.Log(u"ProcessNewJob: Number of jobs: " + NumberText(count));
-    for (std::int32_t k = 0; k < count; ++k) {
-        auto job = std::make_shared<clsJobInfo>();
-        job->Load(spooler_, jobs.words, blockWords * static_cast<std::size_t>(k), printer.name, printer.handle);
-        jobHistories_.Report(job, *eventSink_, silent);
-    }
+    log_.Log(u"ProcessNewJob: Number of jobs: " + NumberText(static_cast<std::int32_t>(jobs.returned)));
+    ReportNew(printer, jobs, silent);
 }
 
-clsJobDetectionPrinter::Jobs clsJobDetectionPrinter::EnumerateAllJobs(const Printer& printer) {
+// The last look is replaced when all jobs of this one are dealt with. Until then it grows, so that those that are dealt
+// with are not new if a failure ends this one.
+void clsJobDetectionPrinter::ReportNew(const WatchedPrinter& printer, const Jobs& jobs, bool silent) {
+    JobHistories::Queue& lastLook = jobHistories_.LastLookAt(printer.Name());
+    JobHistories::Queue look;
+    for (std::int32_t k = 0; k < static_cast<std::int32_t>(jobs.returned); ++k) {
+        const auto job = std::make_shared<clsJobInfo>();
+        job->Load(spooler_, jobs.words, blockWords * static_cast<std::size_t>(k), printer.Name(), printer.Handle());
+        const bool known = lastLook.contains(job);
+        jobHistories_.Report(job, printer.KeepingOpen(job), *eventSink_, silent || known);
+        lastLook.insert(job);
+        look.insert(job);
+    }
+    lastLook.swap(look);
+}
+
+clsJobDetectionPrinter::Jobs clsJobDetectionPrinter::EnumerateAllJobs(const WatchedPrinter& printer) {
     Jobs jobs;
     const auto enumerate = [this, &printer, &jobs](std::uint32_t bufferBytes) {
         jobs.result =
-            spooler_.EnumJobs(printer.handle, 0, allJobs, jobs.words, bufferBytes, jobs.neededBytes, jobs.returned);
+            spooler_.EnumJobs(printer.Handle(), 0, allJobs, jobs.words, bufferBytes, jobs.neededBytes, jobs.returned);
     };
     enumerate(0);
     const std::uint32_t bufferBytes = jobs.neededBytes;
@@ -202,9 +196,9 @@ clsJobDetectionPrinter::Jobs clsJobDetectionPrinter::EnumerateAllJobs(const Prin
 void clsJobDetectionPrinter::PollPrinters() {
     eventSink_->Activity(activity::pollingPrinters);
     pollTickCount_ = 0;
-    for (const Printer& printer : std::vector<Printer>(printers_)) {
+    for (const Printer& printer : std::vector(printers_)) {
         messageLoop_.RunPending();
-        ProcessNewJobs(printer, false);
+        ProcessNewJobs(*printer, false);
     }
 }
 
@@ -217,38 +211,90 @@ void clsJobDetectionPrinter::ServeSignalledPrinters() {
         if (!signalled) {
             return;
         }
-        const Printer printer = printers_[*signalled];
-        log_.Log(u"MonitorPrintersCallback:WaitForMultipleObjects Succeeded handle triggered: " +
-                 NumberText(static_cast<std::int64_t>(*signalled)));
-        if (spooler_.FindNextChange(printer.changeHandle) == 0) {
-            messageLoop_.RunPending();
-            spooler_.FindNextChange(printer.changeHandle);
-        }
-        ProcessNewJobs(printer, false);
+        Serve(*signalled);
     }
+}
+
+// A handle that cannot be armed again would stay signalled, or never be signalled again.
+void clsJobDetectionPrinter::Serve(std::size_t index) {
+    const Printer printer = printers_[index];
+    log_.Log(u"MonitorPrintersCallback:WaitForMultipleObjects Succeeded handle triggered: " +
+             NumberText(static_cast<std::int64_t>(index)));
+    bool armed = spooler_.FindNextChange(printer->Signal()) != 0;
+    if (!armed) {
+        messageLoop_.RunPending();
+        armed = spooler_.FindNextChange(printer->Signal()) != 0;
+    }
+    if (!armed) {
+        StopWatching(index, u"change handle not armed again. Error: " +
+                                NumberText(static_cast<std::int64_t>(spooler_.LastError())));
+    }
+    ProcessNewJobs(*printer, false);
 }
 
 // The index of a printer whose handle is signalled. None when no handle is, and after a failure, which is logged.
 std::optional<std::size_t> clsJobDetectionPrinter::SignalledPrinter() {
+    const std::vector<std::size_t> order = WaitOrder();
     std::size_t first = 0;
     do {
-        const std::size_t count = std::min(mostWaitHandles, printers_.size() - first);
-        std::vector<ChangeHandle> handles;
-        for (std::size_t i = 0; i < count; ++i) {
-            handles.push_back(printers_[first + i].changeHandle);
-        }
-        const std::uint32_t result = waitableHandles_.PollAny(handles);
+        const std::size_t count = std::min(mostWaitHandles, order.size() - first);
+        const std::span<const std::size_t> group(order.data() + first, count);
+        const std::uint32_t result = Poll(group);
         if (result < count) {
-            return first + result;
+            firstToWaitFor_ = group[result] + 1;
+            return group[result];
         }
         if (result != waitTimedOut) {
             log_.Log(result == waitFailed ? u"MonitorPrintersCallback:WaitForMultipleObjects Wait Failed"
                                           : u"MonitorPrintersCallback:WaitForMultipleObjects Case Else!");
-            return std::nullopt;
+            return result == waitFailed && StopWatchingInvalid(group) ? SignalledPrinter() : std::nullopt;
         }
         first += count;
-    } while (first < printers_.size());
+    } while (first < order.size());
     return std::nullopt;
+}
+
+// The indices of the watched printers, those behind the one that was served last first: a handle that is signalled
+// again and again must not keep the others from their turn.
+std::vector<std::size_t> clsJobDetectionPrinter::WaitOrder() const {
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < printers_.size(); ++i) {
+        const std::size_t index = (firstToWaitFor_ + i) % printers_.size();
+        if (printers_[index]->Signal() != 0) {
+            order.push_back(index);
+        }
+    }
+    return order;
+}
+
+std::uint32_t clsJobDetectionPrinter::Poll(std::span<const std::size_t> indices) {
+    std::vector<ChangeHandle> handles;
+    for (const std::size_t index : indices) {
+        handles.push_back(printers_[index]->Signal());
+    }
+    return waitableHandles_.PollAny(handles);
+}
+
+// One bad handle fails the wait for all. True when there was one, and the others can be waited for again.
+bool clsJobDetectionPrinter::StopWatchingInvalid(std::span<const std::size_t> indices) {
+    std::vector<std::size_t> invalid;
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        if (Poll(indices.subspan(i, 1)) == waitFailed) {
+            invalid.push_back(indices[i]);
+        }
+    }
+    for (const std::size_t index : invalid) {
+        StopWatching(index, u"invalid change handle");
+    }
+    return !invalid.empty();
+}
+
+// The sink brings the next full refresh forward, which opens the printer again.
+void clsJobDetectionPrinter::StopWatching(std::size_t index, const std::u16string& reason) {
+    const Printer printer = printers_[index];
+    log_.Log(u"Warning - unable to watch printer " + printer->Name() + u" any longer (" + reason + u")");
+    printer->CloseSignal();
+    eventSink_->FoundPrinter(printer->Name(), false);
 }
 
 }  // namespace korvanta

@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -10,6 +12,7 @@
 #include "detection/IJobDetectionObject.h"
 #include "detection/JobHistories.h"
 #include "detection/OneAtATime.h"
+#include "detection/WatchedPrinter.h"
 #include "platform/MessageLoop.h"
 #include "platform/Mutex.h"
 #include "platform/Spooler.h"
@@ -21,7 +24,11 @@ class clsClientSettings;
 class clsPrintersMonitored;
 
 // Finds jobs by asking this machine's spooler: on the Windows NT family whenever it signals that a job was added, on
-// Windows 95/98/Me every so many ticks. A printer that was opened is never closed, since job records carry its handle.
+// Windows 95/98/Me every so many ticks. Jobs that are reported keep their printer open, by the pointer that the sink is
+// given, so that they can be cancelled by its handle.
+//
+// A printer whose signal breaks (after a restart of its spooler, say) is reported as not watched, once, and the others
+// are watched as before; the next rebuild opens it again.
 class clsJobDetectionPrinter : public IJobDetectionObject {
   public:
     clsJobDetectionPrinter(Spooler& spooler, WaitableHandles& waitableHandles,
@@ -30,11 +37,7 @@ class clsJobDetectionPrinter : public IJobDetectionObject {
                            TraceLog& log);
 
   private:
-    struct Printer {
-        PrinterHandle handle = 0;
-        ChangeHandle changeHandle = 0;  // 0 on Windows 95/98/Me
-        std::u16string name;            // full printer name
-    };
+    using Printer = std::shared_ptr<WatchedPrinter>;
     // What one enumeration of a printer's jobs gave.
     struct Jobs {
         std::vector<std::uint32_t> words;
@@ -51,14 +54,19 @@ class clsJobDetectionPrinter : public IJobDetectionObject {
     bool IJobDetectionObject_CancelJob(const clsJobInfo& objJobInfo) override;
 
     void OpenPrinters();
-    std::u16string OpenPrinter(Printer& printer, bool isWindowsNT);
     void ProcessAllPrinters(bool silent);
-    void ProcessNewJobs(const Printer& printer, bool silent);
-    void EnumerateAndReport(const Printer& printer, bool silent);
-    Jobs EnumerateAllJobs(const Printer& printer);
+    void ProcessNewJobs(const WatchedPrinter& printer, bool silent);
+    void EnumerateAndReport(const WatchedPrinter& printer, bool silent);
+    void ReportNew(const WatchedPrinter& printer, const Jobs& jobs, bool silent);
+    Jobs EnumerateAllJobs(const WatchedPrinter& printer);
     void PollPrinters();
     void ServeSignalledPrinters();
+    void Serve(std::size_t index);
     std::optional<std::size_t> SignalledPrinter();
+    std::vector<std::size_t> WaitOrder() const;
+    std::uint32_t Poll(std::span<const std::size_t> indices);
+    bool StopWatchingInvalid(std::span<const std::size_t> indices);
+    void StopWatching(std::size_t index, const std::u16string& reason);
 
     Spooler& spooler_;
     WaitableHandles& waitableHandles_;
@@ -69,6 +77,7 @@ class clsJobDetectionPrinter : public IJobDetectionObject {
     TraceLog& log_;
     IJobDetectionEventSink* eventSink_ = nullptr;
     std::vector<Printer> printers_;
+    std::size_t firstToWaitFor_ = 0;  // index; the waits of a tick and of the next ones go round
     JobHistories jobHistories_;
     std::int32_t pollTickCount_ = 0;
     OneAtATime operations_;

@@ -94,10 +94,19 @@ std::int32_t LaneSpooler::SetJob(PrinterHandle handle, std::int32_t jobId, std::
 
 ChangeHandle LaneSpooler::FindFirstChange(PrinterHandle handle, std::uint32_t filter) {
     const std::u16string server = ServerOf(handle);
-    const ChangeHandle change = Ask(server, Patience::Limited, [&direct = direct_, handle, filter] {
-                                    return direct.FindFirstChange(handle, filter);
-                                }).value_or(0);
-    if (change != 0 && change != -1) {
+    const auto isValid = [](ChangeHandle change) { return change != 0 && change != -1; };
+    const auto found = std::make_shared<ChangeHandle>(0);
+    const ChangeHandle change =
+        Ask(
+            server, Patience::Limited,
+            [&direct = direct_, handle, filter, found] { return *found = direct.FindFirstChange(handle, filter); },
+            [&direct = direct_, found, isValid] {
+                if (isValid(*found)) {
+                    direct.FindCloseChange(*found);
+                }
+            })
+            .value_or(0);
+    if (isValid(change)) {
         changes_[change] = server;
     }
     return change;
@@ -108,6 +117,15 @@ std::int32_t LaneSpooler::FindNextChange(ChangeHandle handle) {
     return Ask(found != changes_.end() ? found->second : std::u16string(), Patience::Limited,
                [&direct = direct_, handle] { return direct.FindNextChange(handle); })
         .value_or(0);
+}
+
+std::int32_t LaneSpooler::FindCloseChange(ChangeHandle handle) {
+    const auto found = changes_.find(handle);
+    const std::u16string server = found != changes_.end() ? found->second : std::u16string();
+    changes_.erase(handle);
+    lanes_.Leave(server, [&direct = direct_, handle] { direct.FindCloseChange(handle); });
+    lastError_ = 0;
+    return 1;
 }
 
 }  // namespace korvanta

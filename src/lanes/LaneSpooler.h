@@ -32,6 +32,8 @@ class LaneSpooler : public Spooler {
     std::int32_t SetJob(PrinterHandle handle, std::int32_t jobId, std::uint32_t command) override;
     ChangeHandle FindFirstChange(PrinterHandle handle, std::uint32_t filter) override;
     std::int32_t FindNextChange(ChangeHandle handle) override;
+    // Waits for nothing, and so cannot fail.
+    std::int32_t FindCloseChange(ChangeHandle handle) override;
     std::uint32_t LastError() override { return lastError_; }
 
   private:

@@ -37,6 +37,8 @@ class Spooler {
     virtual ChangeHandle FindFirstChange(PrinterHandle handle, std::uint32_t filter) = 0;
     // FindNextPrinterChangeNotification, which re-arms the handle.
     virtual std::int32_t FindNextChange(ChangeHandle handle) = 0;
+    // FindClosePrinterChangeNotification; the printer must still be open.
+    virtual std::int32_t FindCloseChange(ChangeHandle handle) = 0;
 
     virtual std::uint32_t LastError() = 0;
 };

@@ -262,4 +262,17 @@ std::int32_t FakeSpooler::FindNextChange(ChangeHandle handle) {
     return 1;
 }
 
+std::int32_t FakeSpooler::FindCloseChange(ChangeHandle handle) {
+    if (Fails("FindCloseChange", Arguments({handle}))) {
+        return 0;
+    }
+    if (changeHandles_.erase(handle) == 0) {
+        lastError = invalidHandle;
+        return 0;
+    }
+    handles_.Reset(handle);
+    handles_.invalid.insert(handle);
+    return 1;
+}
+
 }  // namespace korvanta::fakes

@@ -43,12 +43,14 @@ class FakeSpooler : public Spooler {
     // All handles to the printer that are open now stop working.
     void BreakHandles(const std::u16string& printer);
     std::size_t OpenHandles() const { return printerHandles_.size(); }
+    std::size_t OpenChangeHandles() const { return changeHandles_.size(); }
 
     // Faults make the call fail with the error code as LastError.
     FaultPlan faults;
     // Every call with its arguments: "OpenPrinter \\srv\laser", "ClosePrinter 4096",
     // "EnumJobs 4096 0 4294967295 4000" (handle, first job, job count, buffer bytes), "SetJob 4096 17 3" (handle, job,
-    // command), "FindFirstChange 4096 256" (handle, filter), "FindNextChange 8192".
+    // command), "FindFirstChange 4096 256" (handle, filter), "FindNextChange 8192",
+    // "FindCloseChange 8192".
     std::vector<std::u16string> log;
     // Called at the start of each EnumJobs: a job may come or go between two calls.
     std::function<void()> onEnumJobs;
@@ -69,6 +71,7 @@ class FakeSpooler : public Spooler {
     std::int32_t SetJob(PrinterHandle handle, std::int32_t jobId, std::uint32_t command) override;
     ChangeHandle FindFirstChange(PrinterHandle handle, std::uint32_t filter) override;
     std::int32_t FindNextChange(ChangeHandle handle) override;
+    std::int32_t FindCloseChange(ChangeHandle handle) override;
     std::uint32_t LastError() override { return lastError; }
 
   private:

@@ -9,7 +9,7 @@
 
 namespace korvanta::fakes {
 
-// As the system: more than 64 handles, none at all, or one that is 0 or -1 is a failure; of several signalled handles
+// As the system: more than 64 handles, none at all, or one that is 0, -1 or invalid is a failure; of several signalled handles
 // the first in the list is told.
 class FakeWaitableHandles : public WaitableHandles {
   public:
@@ -21,6 +21,7 @@ class FakeWaitableHandles : public WaitableHandles {
 
     FaultPlan faults;  // "PollAny"
     std::set<ChangeHandle> signalled;
+    std::set<ChangeHandle> invalid;
     // Given out first, in this order, whatever is signalled.
     std::deque<std::uint32_t> scriptedResults;
     // Called at the start of each poll.
@@ -41,7 +42,7 @@ class FakeWaitableHandles : public WaitableHandles {
             return failed;
         }
         for (const ChangeHandle handle : handles) {
-            if (handle == 0 || handle == -1) {
+            if (handle == 0 || handle == -1 || invalid.contains(handle)) {
                 return failed;
             }
         }

@@ -158,10 +158,11 @@ class Trial {
         if (!faults_.InjectedCall("Shell.DeleteTrayIcon")) {
             expectNone("notification icons", windows.shell.trayIcons.size());
         }
-        // Printer monitoring keeps its printers open for as long as the program runs.
-        const bool byFile = world_.DetectionMethod() == Detection::File || world_.DetectionMethod() == Detection::HTTP;
-        if (byFile && !faults_.InjectedCall("Spooler.ClosePrinter")) {
+        if (!faults_.InjectedCall("Spooler.ClosePrinter")) {
             expectNone("printers", windows.spooler.OpenHandles());
+        }
+        if (!faults_.InjectedCall("Spooler.FindCloseChange")) {
+            expectNone("change handles", windows.spooler.OpenChangeHandles());
         }
     }
 

@@ -137,6 +137,24 @@ TEST_F(SpoolerTests, AChangeIsSignalledUntilItIsAskedForAgain) {
     EXPECT_EQ(waitable_.PollAny(changes), nothingSignalled);
 }
 
+TEST_F(SpoolerTests, AChangeHandleThatIsClosedCannotBeWaitedFor) {
+    const ChangeHandle laser = spooler_.FindFirstChange(Open(u"\\\\SRV\\Laser"), jobAdded);
+    EXPECT_NE(spooler_.FindCloseChange(laser), 0);
+    EXPECT_EQ(waitable_.PollAny({laser}), 0xFFFFFFFFU);
+    EXPECT_EQ(spooler_.FindCloseChange(laser), 0);
+    EXPECT_EQ(spooler_.LastError(), static_cast<std::uint32_t>(ERROR_INVALID_HANDLE));
+}
+
+TEST_F(SpoolerTests, ASpoolerThatRestartsLeavesItsHandlesSignalledForGood) {
+    const ChangeHandle laser = spooler_.FindFirstChange(Open(u"\\\\SRV\\Laser"), jobAdded);
+    files_->Restart();
+    EXPECT_EQ(waitable_.PollAny({laser}), 0U);
+    EXPECT_EQ(spooler_.FindNextChange(laser), 0);
+    EXPECT_EQ(waitable_.PollAny({laser}), 0U);
+    EXPECT_NE(spooler_.FindCloseChange(laser), 0);
+    EXPECT_GT(spooler_.FindFirstChange(Open(u"\\\\SRV\\Laser"), jobAdded), 0);
+}
+
 TEST_F(SpoolerTests, APrinterWithoutNotificationsSaysSo) {
     files_->Inject({spooler::fault::watch, "\\\\SRV\\Silent", ERROR_INVALID_PARAMETER});
     EXPECT_EQ(spooler_.FindFirstChange(Open(u"\\\\SRV\\Silent"), jobAdded), -1);

@@ -216,7 +216,7 @@ TEST_F(PrinterDetectionMessages, HandleThatStaysSignalledIsLeftWhenTheListChange
     Publish({u"laser"});
     Start();
     AddJob(u"\\\\srv\\laser", u"job");
-    spooler_.faults.FailFrom("FindNextChange", 1, 6);
+    handles_.onPoll = [this] { handles_.signalled.insert(8192); };
     int runs = 0;
     organisation_.platform.messageLoop.onRunPending = [this, &runs] {
         ++runs;
@@ -224,7 +224,7 @@ TEST_F(PrinterDetectionMessages, HandleThatStaysSignalledIsLeftWhenTheListChange
             Publish({u"colour"});
             Detector().PrinterListChanged();
         } else if (runs == 100) {
-            spooler_.faults.Clear();
+            handles_.onPoll = nullptr;
         }
     };
     Tick();

@@ -267,8 +267,10 @@ TEST_F(LanePlatformTest, JobsKeepTheirTextsWhereTheyLie) {
     EXPECT_NE(platform.spooler.SetJob(handle, 4, cancelJobCommand), 0);
     EXPECT_TRUE(fake.spooler.Jobs(u"\\\\SRV\\Laser").empty());
     Recover();
+    EXPECT_NE(platform.spooler.FindCloseChange(change), 0);
     EXPECT_TRUE(platform.spooler.ClosePrinter(handle));
     EXPECT_EQ(fake.spooler.OpenHandles(), 0U);
+    EXPECT_EQ(fake.spooler.OpenChangeHandles(), 0U) << "the one that came too late was closed as well";
 }
 
 TEST_F(LanePlatformTest, PrintersOfThisMachineAreAskedAtOnce) {

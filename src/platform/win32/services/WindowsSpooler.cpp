@@ -23,6 +23,7 @@ constexpr char printLibrary[] = "winspool.drv";
 
 using FindFirstCall = HANDLE(WINAPI*)(HANDLE printer, DWORD filter, DWORD options, void* notifyOptions);
 using FindNextCall = BOOL(WINAPI*)(HANDLE change, DWORD* changed, void* notifyOptions, void** information);
+using FindCloseCall = BOOL(WINAPI*)(HANDLE change);
 
 // How many bytes can be read from the address on without an access violation.
 std::size_t ReadableBytes(std::uintptr_t address) {
@@ -100,6 +101,15 @@ std::int32_t WindowsSpooler::FindNextChange(ChangeHandle handle) {
         return 0;
     }
     return findNext(ToSystemHandle(handle), nullptr, nullptr, nullptr);
+}
+
+std::int32_t WindowsSpooler::FindCloseChange(ChangeHandle handle) {
+    const auto findClose = LateCall<FindCloseCall>(printLibrary, "FindClosePrinterChangeNotification");
+    if (!findClose) {
+        ::SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
+        return 0;
+    }
+    return findClose(ToSystemHandle(handle));
 }
 
 std::uint32_t WindowsSpooler::LastError() {

@@ -15,6 +15,7 @@ class WindowsSpooler : public Spooler {
     std::int32_t SetJob(PrinterHandle handle, std::int32_t jobId, std::uint32_t command) override;
     ChangeHandle FindFirstChange(PrinterHandle handle, std::uint32_t filter) override;
     std::int32_t FindNextChange(ChangeHandle handle) override;
+    std::int32_t FindCloseChange(ChangeHandle handle) override;
     std::uint32_t LastError() override;
 };
 
