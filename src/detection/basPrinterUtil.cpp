@@ -15,6 +15,9 @@ bool CancelByName(Spooler& spooler, const clsJobInfo& job) {
 }
 
 bool CancelByHandle(Spooler& spooler, const clsJobInfo& job) {
+    if (!job.JobEventFilename.empty()) {
+        return CancelByName(spooler, job);
+    }
     return spooler.SetJob(job.PrinterHandle, job.JobID, cancelJobCommand) != 0;
 }
 

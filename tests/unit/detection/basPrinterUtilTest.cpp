@@ -62,6 +62,23 @@ TEST_F(CancelWithPrinterDetection, UsesTheHandleThatTheRecordCarries) {
     EXPECT_EQ(spooler_.Jobs(laser).size(), 0U);
 }
 
+TEST_F(CancelWithPrinterDetection, JobThatWasReadFromAFileIsCancelledByName) {
+    clsJobDetectionPrinter detector(spooler_, organisation_.platform.waitableHandles, organisation_.printersMonitored,
+                                    organisation_.settings, organisation_.platform.mutexes,
+                                    organisation_.platform.messageLoop, organisation_.systemInformation,
+                                    organisation_.log);
+    for (IJobDetectionObject* const active : {static_cast<IJobDetectionObject*>(&detector), {}}) {
+        spooler_.log.clear();
+        job_.JobEventFilename = u"JSmith.007";
+        job_.PrinterHandle = 4096;
+        CancelPrintJob(spooler_, active, job_);
+        EXPECT_EQ(spooler_.log.front(), u"OpenPrinter \\\\srv\\laser");
+        EXPECT_FALSE(std::any_of(spooler_.log.begin(), spooler_.log.end(), [](const std::u16string& call) {
+            return call.starts_with(u"SetJob 4096 ");
+        })) << "the number that the server wrote means another printer here";
+    }
+}
+
 TEST_F(CancelWithPrinterDetection, NoDetectorIsNotFileDetection) {
     EXPECT_TRUE(CancelPrintJob(spooler_, nullptr, job_));
     EXPECT_EQ(spooler_.log, Texts{u"SetJob 4096 17 3"});
