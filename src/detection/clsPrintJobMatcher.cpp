@@ -51,15 +51,23 @@ std::u16string ServerOf(const std::u16string& fullPrinterName) {
     return Lower(*server);
 }
 
+// A name with characters that the code page lacks comes from the spooler with look-alikes in their place. A name of
+// which only question marks are left could be anybody's.
+std::u16string FromSpooler(const std::u16string& userName, const CodePage& codePage) {
+    const std::u16string name = codePage.BestFit(userName);
+    return Lower(name.find(u'?') == std::u16string::npos ? name : userName);
+}
+
 }  // namespace
 
-clsPrintJobMatcher::clsPrintJobMatcher(SystemInformation& systemInformation, Sockets& sockets, System& system,
-                                       const clsClientSettings& clientSettings, TraceLog& log)
+clsPrintJobMatcher::clsPrintJobMatcher(SystemInformation& systemInformation, Sockets& sockets, const CodePage& codePage,
+                                       System& system, const clsClientSettings& clientSettings, TraceLog& log)
     : systemInformation_(systemInformation),
       clientSettings_(clientSettings),
       log_(log),
       ipUtil_(sockets, system),
       ownUserName_(Lower(systemInformation.UserName())),
+      ownUserNameFromSpooler_(FromSpooler(systemInformation.UserName(), codePage)),
       ownMachine_(MachineOf(Lower(systemInformation.ComputerName()))) {}
 
 bool clsPrintJobMatcher::JobMatch(const std::u16string& strUsername, const std::u16string& strMachineName,
@@ -84,7 +92,7 @@ bool clsPrintJobMatcher::JobMatch(const std::u16string& strUsername, const std::
     if (method == matchMethod::machine) {
         matches = IsMachine(machine, desired);
     } else {
-        matches = user == ownUserName_;
+        matches = IsOwnUser(user);
         if (method != matchMethod::user && matches) {
             // On Windows 95/98/Me the user's name is enough; the machine is looked up for the log all the same.
             matches = IsOrResolvesToMachine(machine, desired) || isWindows9x;
@@ -92,6 +100,10 @@ bool clsPrintJobMatcher::JobMatch(const std::u16string& strUsername, const std::
     }
     log_.Log(u"Match result: " + BooleanText(matches));
     return matches;
+}
+
+bool clsPrintJobMatcher::IsOwnUser(const std::u16string& user) const {
+    return user == ownUserName_ || user == ownUserNameFromSpooler_;
 }
 
 bool clsPrintJobMatcher::IsMachine(const std::u16string& machine, const Machine& desired) {

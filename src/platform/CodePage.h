@@ -13,6 +13,9 @@ class CodePage {
     virtual std::u16string Decode(std::string_view bytes) const = 0;
     // Never fails: a character that the code page lacks becomes "?".
     virtual std::string Encode(std::u16string_view text) const = 0;
+    // What single-byte calls of Windows make of the text: what the code page lacks becomes a similar character, as l
+    // for the Polish l with a stroke, or "?". Never fails.
+    virtual std::u16string BestFit(std::u16string_view text) const = 0;
 };
 
 }  // namespace korvanta

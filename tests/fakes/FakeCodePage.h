@@ -1,5 +1,7 @@
 #pragma once
 
+#include <map>
+
 #include "platform/CodePage.h"
 
 namespace korvanta::fakes {
@@ -22,6 +24,15 @@ class FakeCodePage : public CodePage {
             bytes += unit < 0x100 ? static_cast<char>(unit) : '?';
         }
         return bytes;
+    }
+    std::map<char16_t, char16_t> lookAlikes;  // that BestFit knows
+    std::u16string BestFit(std::u16string_view text) const override {
+        std::u16string similar(text);
+        for (char16_t& unit : similar) {
+            const auto found = lookAlikes.find(unit);
+            unit = found == lookAlikes.end() ? unit : found->second;
+        }
+        return Decode(Encode(similar));
     }
 };
 

@@ -29,6 +29,14 @@ TEST(CodePageTests, WhatTheCodePageLacksBecomesAQuestionMarkNotALookAlike) {
     EXPECT_EQ(codePage.Encode(u"\u0101"), "?");
 }
 
+TEST(CodePageTests, BestFitGivesTheLookAlikeThatSingleByteCallsGive) {
+    const WindowsCodePage codePage;
+    EXPECT_EQ(codePage.BestFit(u"\u0142ukasz \u0141"), u"lukasz L");
+    EXPECT_EQ(codePage.BestFit(u"René"), u"René");
+    EXPECT_EQ(codePage.BestFit(u"漢a"), u"?a");
+    EXPECT_EQ(codePage.BestFit(u""), u"");
+}
+
 TEST(CodePageTests, ZerosInsideAreKept) {
     const WindowsCodePage codePage;
     EXPECT_EQ(codePage.Encode(std::u16string_view(u"a\0b", 3)), std::string("a\0b", 3));

@@ -164,6 +164,7 @@ class DoubleByteCodePage : public CodePage {
         return text;
     }
     std::string Encode(std::u16string_view) const override { return {}; }
+    std::u16string BestFit(std::u16string_view) const override { return {}; }
 };
 
 TEST_F(TextInputTest, CharactersOfTwoBytesAreNeverCut) {

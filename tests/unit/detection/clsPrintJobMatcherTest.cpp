@@ -25,8 +25,8 @@ class PrintJobMatcher : public testing::Test {
 
     clsPrintJobMatcher& Matcher() {
         if (!matcher_) {
-            matcher_ =
-                std::make_unique<clsPrintJobMatcher>(systemInformation_, sockets_, platform_.system, settings_, log_);
+            matcher_ = std::make_unique<clsPrintJobMatcher>(systemInformation_, sockets_, platform_.codePage,
+                                                            platform_.system, settings_, log_);
         }
         return *matcher_;
     }
@@ -53,6 +53,26 @@ TEST_F(PrintJobMatcher, ByUserTheLetterCaseDoesNotMatter) {
     EXPECT_TRUE(Match(u"jSMITH", u"elsewhere"));
     EXPECT_FALSE(Match(u"jsmith2", u"WS01"));
     EXPECT_FALSE(Match(u"jsmith ", u"WS01"));
+}
+
+TEST_F(PrintJobMatcher, UserIsKnownByTheLookAlikeThatTheSpoolerMakesOfHisName) {
+    systemInformation_.userName = u"\u0141ukasz";
+    platform_.codePage.lookAlikes = {{u'\u0141', u'L'}};
+    for (const int method : {0, 2}) {
+        settings_.JobMatchMethod(method);
+        EXPECT_TRUE(Match(u"Lukasz", u"WS01"));
+        EXPECT_TRUE(Match(u"lukasz", u"WS01"));
+        EXPECT_TRUE(Match(u"\u0142ukasz", u"WS01")) << "a job file has his name whole";
+        EXPECT_FALSE(Match(u"?ukasz", u"WS01"));
+        EXPECT_FALSE(Match(u"lucas", u"WS01"));
+    }
+}
+
+TEST_F(PrintJobMatcher, QuestionMarksAreNobodysName) {
+    systemInformation_.userName = u"\u042E\u043B\u044F";
+    settings_.JobMatchMethod(2);
+    EXPECT_FALSE(Match(u"???", u"WS01")) << "any name of three letters that the code page lacks looks so";
+    EXPECT_TRUE(Match(u"\u044E\u043B\u044F", u"WS01"));
 }
 
 TEST_F(PrintJobMatcher, ByMachineTheNameOrTheAddressDoes) {

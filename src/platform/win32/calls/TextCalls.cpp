@@ -69,6 +69,15 @@ std::string ToCodePage(std::u16string_view text) {
     return {};
 }
 
+std::string ToLookAlikes(std::u16string_view text) {
+    const auto* wide = reinterpret_cast<const wchar_t*>(text.data());
+    const int length = Length(text.size());
+    const int size = ::WideCharToMultiByte(CP_ACP, 0, wide, length, nullptr, 0, nullptr, nullptr);
+    std::string bytes(static_cast<std::size_t>(std::max(size, 0)), '\0');
+    ::WideCharToMultiByte(CP_ACP, 0, wide, length, bytes.data(), size, nullptr, nullptr);
+    return bytes;
+}
+
 std::u16string FromCodePage(std::string_view bytes) {
     const int size = ::MultiByteToWideChar(CP_ACP, 0, bytes.data(), Length(bytes.size()), nullptr, 0);
     std::u16string text(static_cast<std::size_t>(std::max(size, 0)), u'\0');

@@ -17,6 +17,8 @@ bool IsWindows9x();
 
 // A character that the code page lacks becomes "?" and never a similar one, which could turn a name into another name.
 std::string ToCodePage(std::u16string_view text);
+// As the system converts by itself: what the code page lacks becomes a similar character, or "?".
+std::string ToLookAlikes(std::u16string_view text);
 std::u16string FromCodePage(std::string_view bytes);
 
 inline const wchar_t* Wide(const std::u16string& text) {

@@ -12,4 +12,8 @@ std::string WindowsCodePage::Encode(std::u16string_view text) const {
     return textCalls::ToCodePage(text);
 }
 
+std::u16string WindowsCodePage::BestFit(std::u16string_view text) const {
+    return textCalls::FromCodePage(textCalls::ToLookAlikes(text));
+}
+
 }  // namespace korvanta
