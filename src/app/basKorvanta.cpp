@@ -77,8 +77,8 @@ bool basKorvanta::StartUp() {
     preferences_ =
         std::make_unique<clsTLXPrefs>(platform_.files, platform_.mutexes, primaryServerName_, FileUserName());
     marker_ = u"Main:9b";
-    jobMatcher_ = std::make_unique<clsPrintJobMatcher>(information_, platform_.sockets, platform_.codePage, platform_.system,
-                                                       serverSettings_->ClientSettings(), log_);
+    jobMatcher_ = std::make_unique<clsPrintJobMatcher>(information_, platform_.sockets, platform_.codePage,
+                                                       platform_.system, serverSettings_->ClientSettings(), log_);
     marker_ = u"Main:9c";
     printersMonitored_ =
         std::make_unique<clsPrintersMonitored>(*serverInterfaces_, platform_.mutexes, log_, primaryServerName_);

@@ -9,8 +9,8 @@
 
 namespace korvanta::fakes {
 
-// As the system: more than 64 handles, none at all, or one that is 0, -1 or invalid is a failure; of several signalled handles
-// the first in the list is told.
+// As the system: more than 64 handles, none at all, or one that is 0, -1 or invalid is a failure; of several signalled
+// handles the first in the list is told.
 class FakeWaitableHandles : public WaitableHandles {
   public:
     static constexpr std::uint32_t timedOut = 258;

@@ -153,8 +153,8 @@ void Office::CountTick(bool programRuns) {
     windows.internet.requests.clear();
     // The program keeps the list of servers while the primary server is away. By HTTP half a list can take its place.
     const Server& primary = servers_.front();
-    listKnown_ = programRuns && !listChanged_ && detection_ != Detection::HTTP &&
-                 (listKnown_ || primary.ticks > enoughTicks);
+    listKnown_ =
+        programRuns && !listChanged_ && detection_ != Detection::HTTP && (listKnown_ || primary.ticks > enoughTicks);
     for (Server& server : servers_) {
         if (!programRuns || !server.up || listChanged_ || (!primary.up && !listKnown_)) {
             server.ticks = 0;

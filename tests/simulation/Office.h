@@ -101,7 +101,7 @@ class Office {
     int troubleOfTenThousand_ = 0;
     bool calm_ = false;
     bool listChanged_ = false;
-    bool listKnown_ = false;  // the program has had the time to read it as it is
+    bool listKnown_ = false;   // the program has had the time to read it as it is
     std::u16string fullDisk_;  // the file that cannot be written whole
     bool doing_ = false;
     std::vector<Server> servers_;
