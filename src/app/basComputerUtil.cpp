@@ -10,7 +10,7 @@ namespace korvanta {
 namespace {
 
 std::u16string Cleaned(const std::u16string& name) {
-    return Trim(Replace(Trim(name), std::u16string_view(u"\0", 1), u""));
+    return Trim(Replace(name, std::u16string_view(u"\0", 1), u""));
 }
 
 }  // namespace

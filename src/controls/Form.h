@@ -20,7 +20,8 @@ class Form : public Container {
     // Calls OnTranslate, makes the peers when there is a factory, and calls OnLoad and OnResize. Does nothing the
     // second time.
     void Load(PeerFactory* factory);
-    bool Loaded() const { return loaded_; }
+    // Until the form has agreed to be unloaded.
+    bool Loaded() const { return loaded_ && !unloaded_; }
     // Destroys the peers. The form's owner calls it before it destroys the form: peers refer to the form's members.
     void Detach() override;
 

@@ -49,16 +49,15 @@ TEST_F(TraceLogTest, WritesTheDateAloneAtMidnight) {
 }
 
 TEST_F(TraceLogTest, FirstLineOfAnotherRunEmptiesTheFile) {
+    {
+        basLog first(windows.files, windows.codePage, windows.clock, folder);
+        first.LoggingEnabled(true);
+        first.Log(u"old");
+    }
     log.LoggingEnabled(true);
-    log.Log(u"first run");
-    { basLog other(windows.files, windows.codePage, windows.clock, folder + u"\\"); }
-    FakePlatform again;
-    again.files.WriteAnsi(traceFile, u"old lines\r\n");
-    basLog next(again.files, again.codePage, again.clock, folder);
-    EXPECT_EQ(again.files.ReadBytes(traceFile), "old lines\r\n");
-    next.LoggingEnabled(true);
-    next.Log(u"new");
-    EXPECT_EQ(again.files.ReadBytes(traceFile), "2026-11-20 14:03:09 new\r\n");
+    EXPECT_EQ(windows.files.ReadBytes(traceFile), "2026-11-20 14:03:09 old\r\n") << "until there is a line";
+    log.Log(u"new");
+    EXPECT_EQ(windows.files.ReadBytes(traceFile), "2026-11-20 14:03:09 new\r\n");
 }
 
 TEST_F(TraceLogTest, EveryLineReachesTheFileAtOnceAndTheFileStaysOpen) {
@@ -116,6 +115,13 @@ TEST_F(ErrorLogTest, LevelTwoWithTheDefaultDebugLevelWritesNothing) {
     log.LogMessage(1, 2, u"quiet");
     EXPECT_FALSE(windows.files.Has(eventFile));
     EXPECT_FALSE(windows.files.Has(debugFile));
+}
+
+TEST_F(ErrorLogTest, LevelZeroIsForTheDebugLogAlone) {
+    log.CurrentDebugLevel(2);
+    log.LogMessage(1, 0, u"x");
+    EXPECT_FALSE(windows.files.Has(eventFile));
+    EXPECT_EQ(windows.files.ReadBytes(debugFile), "2026-11-20 14:03:09   [Quell Desk]   x\r\n");
 }
 
 TEST_F(ErrorLogTest, LevelThreeNeedsDebugLevelThreeAndGoesToTheDebugLogAlone) {

@@ -103,6 +103,16 @@ TEST_F(ServerSettingsTest, WithoutACopyTheServerIsFirstAskedByFileShare) {
     EXPECT_TRUE(windows.internet.requests.empty());
 }
 
+TEST_F(ServerSettingsTest, TransportOfTheLastTimeIsNotTheOneToAskWith) {
+    Publish(Settings(u"1", u"2", u"0"));
+    settings.LoadClientSettings();
+    windows.files.RemoveFile(cachePath);
+    PublishOnWeb(Settings(u"2", u"2", u"0"));
+    settings.LoadClientSettings();
+    EXPECT_EQ(Match(), 1);
+    EXPECT_TRUE(windows.internet.requests.empty());
+}
+
 TEST_F(ServerSettingsTest, CopyThatSaysHTTPHasTheServerAskedByHTTP) {
     Cache(Settings(u"0", u"2", u"0"));
     Publish(Settings(u"1", u"2", u"0"));

@@ -51,6 +51,7 @@ TEST_F(StartUpTest, TestSwitchIsFoundAnywhereOnTheCommandLineWhateverItsLetterCa
 TEST_F(StartUpTest, RegistryServerLeavesTheSetUpFileUnread) {
     windows.files.WriteAnsi(programFolder + u"\\setup.txt", u"TLXPrimaryServer=OTHER\r\n");
     ASSERT_TRUE(Start());
+    EXPECT_EQ(Asked(u"setup.txt"), 0U);
     EXPECT_EQ(program->PrimaryServerName(), u"SRV1");
     EXPECT_EQ(windows.registry.Text(registryKey, u"TLXPrimaryServer"), u"SRV1");
 }
@@ -176,6 +177,9 @@ TEST_F(StartUpTest, ServerDialogRefusesBlankUnreachableAndUnwritableServersAndSt
         dialog.txtServer.HandleChange(u" SRV2 ");
         dialog.OKButton.HandleClick();
         EXPECT_TRUE(dialog.Accepted());
+        dialog.CancelButton.HandleClick();
+        EXPECT_FALSE(dialog.Accepted());
+        dialog.OKButton.HandleClick();
     };
     ASSERT_TRUE(Start());
     ASSERT_EQ(windows.messageBoxes.shown.size(), 4U);
@@ -185,7 +189,8 @@ TEST_F(StartUpTest, ServerDialogRefusesBlankUnreachableAndUnwritableServersAndSt
     EXPECT_TRUE(windows.messageBoxes.shown[2].text.starts_with(u"The Primary Korvanta server could not be contacted."));
     EXPECT_TRUE(windows.messageBoxes.shown[3].text.starts_with(u"Korvanta was unable to create files"));
     EXPECT_EQ(windows.messageBoxes.shown[3].title, u"Korvanta Client - Account Tracking");
-    EXPECT_EQ(program->PrimaryServerName(), u" SRV2 ") << "stored with its blanks";
+    EXPECT_EQ(program->PrimaryServerName(), u" SRV2 ");
+    EXPECT_EQ(windows.registry.Text(registryKey, u"TLXPrimaryServer"), u" SRV2 ") << "stored with its blanks";
 }
 
 TEST_F(StartUpTest, SettingsAndRatesOfTheServerAreInForce) {
@@ -257,6 +262,25 @@ TEST_F(StartUpTest, TranslationIsSetUpInOrderAndEveryFormHandsItselfOver) {
                                  u"translate ctlAccountListAll"}) {
         EXPECT_EQ(std::count(order.calls.begin(), order.calls.end(), name), 1);
     }
+    program.reset();
+}
+
+// Keeps the forms that were handed over.
+class FormsTranslated : public fakes::PlainTranslator {
+  public:
+    std::map<std::u16string, Form*> forms;
+    void Translate(Container& form) override { forms[form.Name()] = dynamic_cast<Form*>(&form); }
+};
+
+TEST_F(StartUpTest, MessagesFormIsLoadedFromTheStartUntilTheMainFormIsUnloaded) {
+    FormsTranslated translated;
+    program = std::make_unique<basKorvanta>(windows.platform, &peers, translated);
+    ASSERT_TRUE(program->Main());
+    const Form* messages = translated.forms.at(u"frmMessages");
+    EXPECT_TRUE(messages->Loaded());
+    EXPECT_FALSE(messages->Shown());
+    program->MainForm()->Unload(CloseReason::WindowsSession);
+    EXPECT_FALSE(messages->Loaded());
     program.reset();
 }
 

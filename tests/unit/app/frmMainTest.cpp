@@ -1,3 +1,8 @@
+#include <algorithm>
+#include <functional>
+#include <set>
+
+#include "common/Conversion.h"
 #include "unit/app/ProgramFixture.h"
 
 namespace korvanta {
@@ -20,6 +25,10 @@ TEST_F(MainFormTest, IconCarriesTheBannersTitleAndTheFixedNumbers) {
     EXPECT_EQ(icon.callbackMessage, 512U);
     EXPECT_EQ(icon.tip, Form().ctlBanner1.Title());
     EXPECT_EQ(icon.window, Form().Window());
+}
+
+TEST_F(MainFormTest, TimerTicksOnceASecond) {
+    EXPECT_EQ(Form().tmrActivity.Interval(), 1000);
 }
 
 TEST_F(MainFormTest, StartSchedulesTheRefreshInMinutesAndTheRestInSeconds) {
@@ -125,6 +134,7 @@ TEST_F(MainFormTest, JobOfThisUserReachesTheDialogAndTheLog) {
               std::u16string::npos);
     EXPECT_EQ(windows.messageBoxes.shown.back().text,
               u"This will turn on logging. Only do this for debugging purposes.");
+    EXPECT_EQ(windows.messageBoxes.shown.back().title, u"Korvanta Costbridge Client");
     EXPECT_EQ(windows.messageBoxes.shown.back().buttons, MessageButtons::OKCancel);
 }
 
@@ -170,6 +180,98 @@ TEST_F(MainFormTest, DoubleClickOnTheIconShowsTheFormInFrontAndASecondOneHidesIt
     DoubleClickIcon();
     EXPECT_FALSE(Form().Shown());
 }
+
+TEST_F(MainFormTest, BannerShowsItsLinkAsTheRegistryHasItWhenTheFormComesUp) {
+    windows.registry.Put(registryKey, u"ResellerURL", std::u16string(u"http://reseller.example"));
+    DoubleClickIcon();
+    EXPECT_EQ(Form().ctlBanner1.lblLink.Caption(), u"http://reseller.example");
+}
+
+TEST_F(MainFormTest, DoubleClickOnTheIconPutsTheFormBackInTheMiddleOfTheScreen) {
+    const Place middle = Form().Position();
+    Form().Move({0, 0, middle.width, middle.height});
+    DoubleClickIcon();
+    EXPECT_EQ(Form().Position(), middle);
+    EXPECT_EQ(middle.left, (windows.screen.WholeScreen().width - middle.width) / 2);
+    EXPECT_EQ(middle.top, (windows.screen.WholeScreen().height - middle.height) / 2);
+}
+
+TEST_F(MainFormTest, EachTaskSaysThatItIsBeingDone) {
+    std::set<std::u16string> refresh;
+    std::set<std::u16string> scan;
+    std::set<std::u16string> test;
+    windows.messageLoop.onRunPending = [&] {
+        refresh.insert(Form().lblFullRefreshResult.Caption());
+        scan.insert(Form().lblPrinterListScanResult.Caption());
+        test.insert(Form().lblServerHealthTestResult.Caption());
+    };
+    windows.clock.AdvanceMinutes(61);
+    for (int ticks = 0; ticks < 3; ++ticks) {
+        Form().tmrActivity.HandleTick();
+    }
+    windows.messageLoop.onRunPending = nullptr;
+    EXPECT_TRUE(refresh.contains(u"Executing....."));
+    EXPECT_TRUE(scan.contains(u"Executing..."));
+    EXPECT_TRUE(test.contains(u"Executing..."));
+}
+
+struct TaskCase {
+    const char* name;
+    int secondsUntilDue;
+    std::u16string activity;
+    std::u16string call;  // of the file system, once each time that the task is done
+};
+
+class TaskTest : public MainFormTest, public testing::WithParamInterface<TaskCase> {
+  protected:
+    // Ticks when this task is due and nothing before it, and calls in whenever messages run.
+    void Tick(const std::function<void()>& whileMessagesRun) {
+        windows.clock.AdvanceSeconds(GetParam().secondsUntilDue);
+        windows.messageLoop.onRunPending = whileMessagesRun;
+        Form().tmrActivity.HandleTick();
+        windows.messageLoop.onRunPending = nullptr;
+    }
+};
+
+TEST_P(TaskTest, SaysWhatItIsBeforeItIsDone) {
+    std::vector<std::u16string> said;
+    const std::u16string now =
+        GeneralDateText(windows.clock.now.PlusSeconds(GetParam().secondsUntilDue), windows.clock);
+    Tick([&] { said.push_back(Activity()); });
+    ASSERT_FALSE(said.empty());
+    EXPECT_EQ(said.front(), now + u" " + GetParam().activity);
+}
+
+TEST_P(TaskTest, ShowsTheHourglassUntilItIsDone) {
+    int looks = 0;
+    Tick([&] {
+        ++looks;
+        EXPECT_EQ(Form().Pointer(), MousePointer::Hourglass);
+    });
+    EXPECT_GT(looks, 0);
+    EXPECT_EQ(Form().Pointer(), MousePointer::Default);
+}
+
+TEST_P(TaskTest, IsNotBegunAgainByTicksThatComeMeanwhile) {
+    windows.files.log.clear();
+    int ticks = 0;
+    Tick([&] {
+        if (++ticks <= 3) {
+            Form().tmrActivity.HandleTick();
+        }
+    });
+    EXPECT_EQ(std::count(windows.files.log.begin(), windows.files.log.end(), GetParam().call), 1);
+}
+
+const std::u16string dataShare = u"\\\\SRV1\\TLXData$\\";
+INSTANTIATE_TEST_SUITE_P(
+    EveryTask, TaskTest,
+    testing::Values(
+        TaskCase{"ClockTick", 1, u"Idle.", u"FileExists " + dataShare + u"jobs\\jsmith.000"},
+        TaskCase{"ServerHealthTest", 32, u"Testing server health.", u"FolderExists " + dataShare + u"jobs"},
+        TaskCase{"PrinterListScan", 45, u"Scanning printer list.", u"OpenForReading " + dataShare + u"Printers.txt"},
+        TaskCase{"FullRefresh", 3601, u"Full refresh executing.", u"OpenForReading " + dataShare + u"ClientSet.txt"}),
+    [](const testing::TestParamInfo<TaskCase>& task) { return std::string(task.param.name); });
 
 TEST_F(MainFormTest, TaskbarThatIsMadeAgainGetsTheIconAgain) {
     windows.shell.trayIcons.clear();
@@ -228,6 +330,8 @@ TEST_F(MainFormTest, AdvancedStatusGrowsTheFormToItsHeightWhenConfirmed) {
     EXPECT_EQ(Form().Position().height, before);
     EXPECT_EQ(windows.messageBoxes.shown.back().text,
               u"This will show you the advanced display. Only do this for debugging purposes. Press cancel otherwise.");
+    EXPECT_EQ(windows.messageBoxes.shown.back().title, u"Korvanta Costbridge Client");
+    EXPECT_EQ(windows.messageBoxes.shown.back().buttons, MessageButtons::OKCancel);
     windows.messageBoxes.answers.push_back(MessageAnswer::OK);
     Form().mnuAdvanced.HandleClick();
     EXPECT_EQ(Form().Position().height, 8000);
