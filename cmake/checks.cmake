@@ -14,8 +14,8 @@ endforeach()
 list(REMOVE_DUPLICATES rooms)
 foreach(room ${rooms})
   file(RELATIVE_PATH name ${CMAKE_SOURCE_DIR} ${room})
-  add_test(NAME "house: clang-tidy, ${name}" COMMAND ${CMAKE_SOURCE_DIR}/tools/tidy --jobs 1 ${room})
-  set_tests_properties("house: clang-tidy, ${name}" PROPERTIES TIMEOUT 600 COST 150)
+  add_test(NAME "house: clang-tidy, ${name}" COMMAND ${with_patience} ${CMAKE_SOURCE_DIR}/tools/tidy --jobs 1 ${room})
+  set_tests_properties("house: clang-tidy, ${name}" PROPERTIES TIMEOUT 600 PROCESSORS 2 COST 150)
 endforeach()
 
 # Python tests are found by their folders.
@@ -31,11 +31,13 @@ file(GLOB fuzzer_sources CONFIGURE_DEPENDS tests/fuzz/*_fuzzer.cpp)
 foreach(source ${fuzzer_sources})
   get_filename_component(name ${source} NAME_WE)
   string(REGEX REPLACE "_fuzzer$" "" name ${name})
-  add_test(NAME "fuzz: ${name}" COMMAND ${CMAKE_SOURCE_DIR}/tests/fuzz/run-fuzzers --no-build --only ${name} --seconds 20)
-  set_tests_properties("fuzz: ${name}" PROPERTIES TIMEOUT 300)
+  add_test(NAME "fuzz: ${name}" COMMAND ${with_patience} ${CMAKE_SOURCE_DIR}/tests/fuzz/run-fuzzers
+                                        --no-build --only ${name} --seconds 20)
+  set_tests_properties("fuzz: ${name}" PROPERTIES TIMEOUT 300 PROCESSORS 2 COST 20)
 endforeach()
 
-# Under Wine, alone: they wait for windows, and a busy machine would only make them slow.
+# Under Wine. They mostly wait for windows and timers, so they begin first and run beside all the rest; two at a time, for
+# each has several clients at work.
 set(run_system_tests ${CMAKE_SOURCE_DIR}/tests/system/run-system-tests)
 add_test(NAME "system: the services of Windows"
          COMMAND ${CMAKE_SOURCE_DIR}/tests/system/services/run-services-tests
@@ -53,9 +55,12 @@ add_test(NAME "system: the finished client as Windows 98 shows it"
          COMMAND ${run_system_tests} --folder ${CMAKE_BINARY_DIR}/system-tests-98 --windows98
                  --filter KeyboardTest.*:PopupTest.*:QueueTest.*
                  ${KORVANTA_WINDOWS_BUILD}/bin/system_tests.exe ${client_program})
-set_tests_properties("system: the services of Windows" "system: forms and controls on the screen"
-                     "system: the finished client" "system: the finished client as Windows 98 shows it"
-                     "system: a soak of 50 jobs" PROPERTIES TIMEOUT 900 RUN_SERIAL TRUE)
 # The others have web servers of their own making; this one is what administrators use.
 add_test(NAME "system: HTTP monitoring with nginx" COMMAND ${CMAKE_SOURCE_DIR}/run --http --virtual)
-set_tests_properties("system: HTTP monitoring with nginx" PROPERTIES TIMEOUT 300 RUN_SERIAL TRUE)
+set_tests_properties("system: the finished client" PROPERTIES TIMEOUT 900 COST 1000 RESOURCE_LOCK "first screen")
+set_tests_properties("system: the finished client as Windows 98 shows it"
+                     PROPERTIES TIMEOUT 900 COST 900 RESOURCE_LOCK "first screen")
+# The last two of these also look after the build of the Windows program.
+set_tests_properties("system: the services of Windows" "system: forms and controls on the screen"
+                     "system: a soak of 50 jobs" "system: HTTP monitoring with nginx" "tools: bench/tests"
+                     PROPERTIES TIMEOUT 900 COST 800 RESOURCE_LOCK "second screen")
