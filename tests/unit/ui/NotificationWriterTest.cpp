@@ -72,6 +72,10 @@ TEST_F(NotificationWriterTest, EveryTextKeepsToItsLine) {
         EXPECT_EQ(lines[line], u"a b c d") << line;
     }
     EXPECT_EQ(lines[7], u"a b c d / North");
+
+    job.MachineName = u"WS\n17";
+    EXPECT_EQ(writer.Write(job, choice), Result::Written);
+    EXPECT_TRUE(files.ReadUtf16(u"\\\\SRV\\TLXActN$\\WS\n17.77.5.tlx").starts_with(u"5\r\nWS 17\r\na b c d\r\n"));
 }
 
 TEST_F(NotificationWriterTest, APrinterWithoutServerGetsNoFile) {

@@ -127,6 +127,22 @@ TEST_F(AccountDialogTest, AListThatCannotBeReadWhileTheDialogComesUpLosesNoJob) 
     }
 }
 
+TEST_F(AccountDialogTest, ADialogThatCouldNotComeUpIsTriedAgainAtTheNextTick) {
+    Dialog().AddJob(Job(1));
+    platform.registry.Put(registrySubKey, u"LinkName", u"http://product.example");
+    peers.onChanged = [&](Control& control, Aspect) {
+        if (&control == &Dialog().ctlBanner1.lblLink) {
+            throw std::bad_alloc();
+        }
+    };
+    EXPECT_NO_THROW(MonitorTick());
+    peers.onChanged = nullptr;
+    EXPECT_FALSE(Dialog().Shown());
+    MonitorTick();
+    EXPECT_TRUE(Dialog().Shown());
+    ExpectWhole();
+}
+
 // ---- Cancel
 
 TEST_F(AccountDialogTest, CancelDeletesTheJobAndSaysSo) {

@@ -41,6 +41,15 @@ TEST_F(AccountDialogTest, ATickShowsTheDialogInFrontForTheOldestJob) {
     EXPECT_EQ(peers.Of(Dialog()).shown, 1);
 }
 
+TEST_F(AccountDialogTest, TheSearchBoxOrTheListOfTheTabHasTheKeyboardWhenTheDialogComesUp) {
+    Offer(1);
+    EXPECT_EQ(peers.Of(Dialog().txtSearch).focused, 1);
+    PressCancel();
+    Prefs().LastTab(3);
+    Offer(2);
+    EXPECT_EQ(peers.Of(Dialog().ctlAccountListRecent.flxAccounts).focused, 1);
+}
+
 TEST_F(AccountDialogTest, AJobThatComesWhileItIsOfferingOnlyRaisesTheCount) {
     Offer(1, u"First");
     Dialog().AddJob(Job(2, u"Second"));
@@ -375,6 +384,11 @@ TEST_F(AccountDialogTest, ARememberedSearchWithSeparatorsAndLineBreaksDoesNotCor
 }
 
 // ---- charge rates
+
+TEST_F(AccountDialogTest, TheRatesAreThereBeforeTheFirstJob) {
+    Dialog().PreLoadAccounts();
+    EXPECT_THAT(Dialog().cboChargeRate.Items(), ElementsAre(u"Default", u"Night", u"Charity"));
+}
 
 TEST_F(AccountDialogTest, TheRatesAreOfferedAndWithoutAChoiceTheFieldsStayUnset) {
     Charge(1, 1);
