@@ -151,12 +151,12 @@ void Office::CountTick(bool programRuns) {
     windows.waitableHandles.polls.clear();
     windows.spooler.log.clear();
     windows.internet.requests.clear();
-    // The program keeps the list of servers while the primary server is away. By HTTP half a list can take its place.
     const Server& primary = servers_.front();
-    listKnown_ =
-        programRuns && !listChanged_ && detection_ != Detection::HTTP && (listKnown_ || primary.ticks > enoughTicks);
     for (Server& server : servers_) {
-        if (!programRuns || !server.up || listChanged_ || (!primary.up && !listKnown_)) {
+        // The program keeps the lists while the primary server is away. By HTTP half a list can take their place.
+        server.known = programRuns && !listChanged_ && detection_ != Detection::HTTP &&
+                       (server.known || (primary.up && server.ticks > enoughTicks));
+        if (!programRuns || !server.up || listChanged_ || (!primary.up && !server.known)) {
             server.ticks = 0;
         } else {
             ++server.ticks;

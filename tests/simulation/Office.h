@@ -59,6 +59,7 @@ class Office {
         bool up = true;
         int counter = 0;         // number of the next job file
         std::int64_t ticks = 0;  // undisturbed ones of the program while it was up
+        bool known = false;      // the program has had the time to read its printers list
         int jobs = 0;
         std::function<void()> unfinished;  // completes the job file that is half written
     };
@@ -101,7 +102,6 @@ class Office {
     int troubleOfTenThousand_ = 0;
     bool calm_ = false;
     bool listChanged_ = false;
-    bool listKnown_ = false;   // the program has had the time to read it as it is
     std::u16string fullDisk_;  // the file that cannot be written whole
     bool doing_ = false;
     std::vector<Server> servers_;
