@@ -117,8 +117,7 @@ class PlainList {
 
 struct GridState {
     GridState(WindowsPlatform& windows, int count)
-        : factory(MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts(),
-                                         windows.GuardOfMessages())),
+        : factory(MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts(), windows.BoxGuard())),
           form(translator) {
         for (int number = 0; number < count; ++number) {
             accounts.push_back(Account(number));
@@ -163,8 +162,7 @@ struct GridState {
 struct DialogState {
     explicit DialogState(WindowsPlatform& windows)
         : platform(windows.Services()),
-          factory(MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts(),
-                                         windows.GuardOfMessages())),
+          factory(MakeWindowsPeerFactory(windows.Loop(), windows.Dialogs(), windows.DialogFonts(), windows.BoxGuard())),
           messages(translator),
           registrySettings(platform.registry, setupFile, log),
           rates(std::make_shared<clsChargeRates>(platform.mutexes, platform.clock)),

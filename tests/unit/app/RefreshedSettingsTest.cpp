@@ -31,6 +31,7 @@ TEST_F(RefreshedSettings, ChangeFromHTTPToFilesAsksNoWebServerAnyMore) {
     PublishOnWeb(Settings(u"2"));
     ASSERT_TRUE(Start());
     ASSERT_EQ(Method(), u"HTTP monitoring");
+    PublishSettings(Settings(u"0"));
     PublishOnWeb(Settings(u"0"));
     Refresh();
     EXPECT_EQ(Method(), u"File monitoring");
