@@ -101,6 +101,13 @@ class Tidy(unittest.TestCase):
         self.write("Third.cpp", "int Third(int* p) { return p ? 3 : *p; }\n")
         self.assertEqual(self.found(), {("src/room/Third.cpp:1:36", "clang-analyzer-core.NullDereference")})
 
+    def test_a_room_adds_settings_of_its_own(self):
+        self.write("First.cpp", "int First(int* p) { return p ? 3 : *p; }\n")
+        self.write("Second.cpp", "int Second(int unused) { return 3; }\n")
+        (self.top / "src" / ".clang-tidy").write_text(
+            "InheritParentConfig: true\nChecks: -clang-analyzer-core.NullDereference\n")
+        self.assertEqual(self.found(), {("src/room/Second.cpp:1:16", "misc-unused-parameters")})
+
     def test_source_that_does_not_compile(self):
         self.write("First.cpp", "int First() { return 3; }\n")
         self.write("Second.cpp", "int Second() { return nonsense; }\n")
