@@ -219,12 +219,16 @@ HANDLE Watch(Call& call, HANDLE handle, DWORD filter, DWORD options, const void*
     const std::string eventName =
         "KorvantaPlayedSpooler " + std::to_string(::GetCurrentProcessId()) + " " + std::to_string(++process.handles);
     const HANDLE event = ::CreateEventA(nullptr, TRUE, FALSE, eventName.c_str());
-    process.watches[event] = {printer, call.TheFiles().Life()};
+    HANDLE given = event;
     call.TheFiles().AddWatcher(eventName, printer);
     if (call.TheFiles().Take(fault::wait, printer)) {
+        // Not the closed event itself, whose value Windows would give to the next one.
+        constexpr std::uintptr_t noHandle = 0x7F000000;
         ::CloseHandle(event);
+        given = reinterpret_cast<HANDLE>(noHandle + 4 * std::uintptr_t{process.handles});
     }
-    return event;
+    process.watches[given] = {printer, call.TheFiles().Life()};
+    return given;
 }
 
 BOOL Rearm(Call& call, HANDLE change) {
