@@ -59,6 +59,7 @@ void clsPrintersMonitored::RefreshPrinterLists() {
         // away, and the other servers are watched as before.
         primaryPrinters = ReadPrinterNames(primaryServerName_);
         if (!primaryPrinters) {
+            printerListChanged_ = false;
             return;
         }
     }
