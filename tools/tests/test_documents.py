@@ -74,7 +74,7 @@ def misplaced_names(root):
         folder = root / "src" / room
         if not folder.is_dir():
             folder = root / "src" / "platform" / "win32" / room
-        files = sorted(folder.glob("*.*")) or sorted(folder.rglob("*.*"))
+        files = sorted(folder.glob("[!.]*.*")) or sorted(folder.rglob("[!.]*.*"))
         held = "\n".join(f"{file.stem} {file.read_text('utf-8', errors='replace')}" for file in files)
         misplaced += [f"{room}: {name}" for name in re.findall(r"`(\w+)`", said)
                       if not re.search(rf"\b{name}\b", held)]
