@@ -3,7 +3,7 @@
 namespace korvanta {
 
 namespace {
-// Milliseconds. A clock that falls behind by more than this was set back; timers alone jitter less.
+// Milliseconds. A smaller step back is jitter of the clock; a larger one means that somebody has set it.
 constexpr std::int64_t clockSetBack = 5'000;
 }  // namespace
 
@@ -34,7 +34,7 @@ void Heartbeat::ScheduleServerHealthTest(DateTime now) {
     Schedule(Task::ServerHealthTest, now.PlusSeconds(settings_.ServerHealthTestInterval()));
 }
 
-// Due times are wall-clock times: if they stayed, nothing would be due for as long as the clock was wrong.
+// Otherwise a clock that is set back by an hour would stop all tasks for an hour.
 bool Heartbeat::FollowClock(DateTime now) {
     const std::int64_t back = lastTick_.milliseconds - now.milliseconds;
     lastTick_ = now;

@@ -11,21 +11,21 @@
 
 namespace korvanta {
 
-// When each of the program's tasks is due, and which one a tick of the main form's timer does: at most one, the most
-// urgent that is due. A task that still runs is not begun again by a tick that comes while it lets messages run.
-// Nothing here asks for the time: it is handed in.
+// Knows when each of the program's tasks is due, and chooses the one that a tick of the main form's timer runs: the
+// most urgent one that is due. Tasks let messages run, so ticks are re-entrant: a tick does not start a task that is
+// still running. The current time is always passed in.
 class Heartbeat {
   public:
-    // The most urgent first. The tick of the detector is due whenever nothing else is.
+    // In order of urgency. ClockTick, the detector's own tick, is due whenever nothing else is.
     enum class Task { FullRefresh, PrinterListScan, ServerHealthTest, ClockTick };
 
     // The intervals are read from the settings whenever a task is scheduled.
     explicit Heartbeat(const clsClientSettings& settings) : settings_(settings) {}
 
-    // Schedules every task, counted from `now`.
+    // Schedules every task, as its interval after `now`.
     void Start(DateTime now);
     void ScheduleFullRefresh(DateTime now);
-    // Sooner than that: a server or a printer has failed.
+    // After the shorter interval that holds while a printer or its server cannot be watched.
     void ScheduleServerDownFullRefresh(DateTime now);
     // For the first tick after `now`.
     void ScheduleFullRefreshNow(DateTime now);
@@ -36,12 +36,12 @@ class Heartbeat {
     DateTime PrinterListScanDue() const { return Due(Task::PrinterListScan); }
     DateTime ServerHealthTestDue() const { return Due(Task::ServerHealthTest); }
 
-    // For every tick, before TaskAt: when the clock was set back since the last one, the due times move with it. True
-    // if they did.
+    // Call it at every tick, before TaskAt. When the clock was set back since the last tick, it moves the due times
+    // back as well and returns true.
     bool FollowClock(DateTime now);
-    // What a tick at `now` does; nothing when it comes while the detector's tick runs and no other task is due.
+    // The task that a tick at `now` has to run. None if only ClockTick is due and is still running.
     std::optional<Task> TaskAt(DateTime now) const;
-    // Who does the task sets its flag meanwhile.
+    // To be set while the task runs.
     ReentryFlag& Running(Task task) { return running_[static_cast<std::size_t>(task)]; }
 
   private:

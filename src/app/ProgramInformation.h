@@ -6,7 +6,7 @@
 
 namespace korvanta {
 
-// Answers the lower rooms' questions about the machine and the session.
+// What the rooms below app/ need to know about the machine and the session.
 class ProgramInformation : public SystemInformation {
   public:
     explicit ProgramInformation(System& system) : windowsVersion_(system), computer_(system) {}

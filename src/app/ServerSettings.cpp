@@ -13,7 +13,7 @@ ServerSettings::ServerSettings(Platform& platform, TraceLog& log, SystemInformat
       serverInterfaces_(serverInterfaces),
       primaryServerName_(primaryServerName) {}
 
-// The local copy comes first: it tells by which transport the server's own settings are asked for.
+// The local copy is loaded first because it says which transport to fetch the server's file by.
 void ServerSettings::LoadClientSettings() {
     log_.Log(u"Loading client settings ...");
     clientSettingsCachePath_ = platform_.files.TemporaryFolder() + u"\\" + std::u16string(dataFile::clientSettings);
@@ -48,7 +48,7 @@ void ServerSettings::WriteCache(const std::u16string& text) {
         cache.Write(text);
         cache.Close();
     } catch (const std::exception&) {
-        // The copy is for a start without the server; the settings themselves are in force.
+        // Without the copy only a later start without the server suffers.
         return;
     }
 }
@@ -68,7 +68,7 @@ void ServerSettings::ChooseInterfaceType() {
     }
 }
 
-// Always from the file share, whatever the rest is read by.
+// Rates are always read from the file share, even when HTTP is the transport for everything else.
 bool ServerSettings::LoadChargeRates() {
     log_.Log(u"Loading charge rates ...");
     chargeRates_ = std::make_shared<clsChargeRates>(platform_.mutexes, platform_.clock);

@@ -11,28 +11,28 @@
 
 namespace korvanta {
 
-// The client settings and the charge rates in force, as the primary server lays them down for every client. Both are
-// loaded at the start and again at each full refresh.
+// The client settings and charge rates in force. The primary server defines them for all clients; they are loaded at
+// start-up and reloaded at each full refresh.
 class ServerSettings {
   public:
-    // Everything outlives it.
+    // All arguments must outlive this object.
     ServerSettings(Platform& platform, TraceLog& log, SystemInformation& information,
                    clsServerInterfaces& serverInterfaces, const std::u16string& primaryServerName);
 
-    // The server's settings, or those of the last time when it has none that can be read, or else the defaults. The
-    // server interfaces are renewed, for the transport that these settings ask for. Raises only what the question after
-    // the family of Windows raises.
+    // Loads the server's settings; if they cannot be read, the local copy of the last ones; failing that, the defaults.
+    // Then discards all server interfaces, so that new ones use the transport that the settings ask for. Raises Error
+    // 23210 (see SystemInformation), nothing else.
     void LoadClientSettings();
-    // False: the file could not be read, and the rates are the default ones.
+    // Returns false if the file cannot be read; the only rate is then the default one.
     bool LoadChargeRates();
 
-    // The same object whatever is loaded.
+    // Loading changes this object; the reference stays valid.
     const clsClientSettings& ClientSettings() const { return clientSettings_; }
-    // None before they are loaded; replaced at each load.
+    // Null before the first load. Each load makes a new object.
     std::shared_ptr<clsChargeRates> ChargeRates() const { return chargeRates_; }
-    // Where the settings are kept for a start without the server.
+    // Path of the local copy, which serves when the server cannot be reached.
     const std::u16string& ClientSettingsCachePath() const { return clientSettingsCachePath_; }
-    // The job detection method that the settings ask for on this family of Windows.
+    // The job detection method that the settings specify for this family of Windows.
     DetectionMethod EffectiveDetectionMethod();
 
   private:

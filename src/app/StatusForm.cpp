@@ -104,7 +104,7 @@ void StatusForm::AddControls() {
     mnuPopop.Add(mnuAdvanced);
 }
 
-// Of the advanced display's columns: each holds its captions and whatever it may come to show.
+// Columns of the advanced display, each wide enough for its captions and for every text that it may show.
 std::array<int, StatusForm::columns> StatusForm::ColumnWidths() const {
     const auto room = [this](std::initializer_list<const Label*> labels, std::size_t longest = longestText) {
         int width = 0;

@@ -12,11 +12,11 @@
 
 namespace korvanta {
 
-// The controls of the status form and where they stand; what they show is frmMain's business. The lower part, with when
-// each task last ran and is due, is uncovered by the advanced display.
+// The controls of the status form and their layout; frmMain decides what they show. The lower part (when each task last
+// ran and is next due) is only visible in the advanced display, which makes the window higher.
 class StatusForm : public Form {
   public:
-    // Twips: the height of the whole window with the advanced display.
+    // Height of the whole window in the advanced display, in twips.
     static constexpr int advancedHeight = 8000;
 
     StatusForm(TextMeasure& textMeasure, const BannerServices& bannerServices);
@@ -58,7 +58,7 @@ class StatusForm : public Form {
   protected:
     void OnResize() override;
     void OnFontsChanged() override;
-    // By the captions as they are now; before there is a window.
+    // Fits the form to its current captions. Call it before the form has a window.
     void ChooseSize();
 
   private:

@@ -6,12 +6,13 @@
 
 namespace korvanta {
 
-// What the status form says of the program's work and asks in message boxes, as captions so that it is translated.
+// Texts that the status form shows while the program works, and its message boxes. They are captions of labels so that
+// they are translated with the form.
 class StatusTexts : public HiddenTexts {
   public:
     StatusTexts();
 
-    // The translation of what a detector is at (see Activities); a text that is none of those as it is.
+    // Translates a detector's activity text (see Activities). Any other text is returned unchanged.
     std::u16string Activity(const std::u16string& text) const;
 
     Label lblFileMonitoring{u"lblFileMonitoring"};

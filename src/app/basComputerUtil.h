@@ -7,8 +7,8 @@
 
 namespace korvanta {
 
-// Names of the machine and of the logged-on user, trimmed and without NULs, asked once. Raises Error userErrorBase plus
-// 23220 (machine) or 23221 (user) when Windows does not say.
+// Names of the machine and of the logged-on user, trimmed, without NULs, and cached. Raises Error userErrorBase + 23220
+// (machine) or + 23221 (user) if Windows does not return the name.
 class basComputerUtil {
   public:
     explicit basComputerUtil(System& system) : system_(system) {}

@@ -5,7 +5,7 @@
 
 namespace korvanta {
 
-// Keeps the form above all other windows, or no longer.
+// Puts the form above all other windows for good (true), or back among them (false).
 void SetFormTopMost(Form& form, bool topMost);
 // Moves the form to the middle of the screen.
 void CenterForm(Form& form, Screen& screen);

@@ -28,7 +28,7 @@ basKorvanta::basKorvanta(Platform& platform, PeerFactory* peers, Translator& tra
       information_(platform.system),
       messages_(translator) {}
 
-// Windows go before the forms that they mirror.
+// Peers refer to their forms, so they are destroyed before the forms are.
 basKorvanta::~basKorvanta() {
     if (mainForm_) {
         mainForm_->Detach();
@@ -108,7 +108,7 @@ void basKorvanta::SetUpTranslation() {
     LogTranslationProblems();
 }
 
-// The trace log is off yet; who turns it on finds them there too.
+// They go to the event log because the trace log is still off. frmMain repeats them when somebody turns that on.
 void basKorvanta::LogTranslationProblems() {
     const std::vector<std::u16string> problems = translator_.Problems();
     for (; loggedProblems_ < problems.size(); ++loggedProblems_) {
@@ -194,7 +194,7 @@ void basKorvanta::MakeForms() {
                              }});
 }
 
-// Without its window a form would never tell of a job, and nobody would know.
+// A form without a window could not show any job, and nobody would notice; so the start fails instead.
 void basKorvanta::LoadForm(Form& form) {
     form.Load(peers_);
     if (peers_ != nullptr && form.Window() == 0) {

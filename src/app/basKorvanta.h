@@ -25,28 +25,29 @@
 
 namespace korvanta {
 
-// The program: starts it step by step and owns what lives until it ends.
+// The program: starts up step by step, and owns every object that lives as long as the process.
 class basKorvanta {
   public:
-    // `peers` makes the windows; none runs the program without any. Both outlive the program.
+    // `peers` makes the windows; with a null pointer the program runs without windows. All arguments must outlive this
+    // object.
     basKorvanta(Platform& platform, PeerFactory* peers, Translator& translator);
     ~basKorvanta();
     basKorvanta(const basKorvanta&) = delete;
     basKorvanta& operator=(const basKorvanta&) = delete;
 
-    // Starts up. True: everything is loaded and goes on in the message loop, which is told to quit when the main form
-    // is unloaded. False: the program has nothing more to do; the user has been told why.
+    // Starts up. Returns true if the caller must now run the message loop; unloading the main form makes it quit.
+    // Returns false if the program has to end; a message box has then told the user why, unless the session is ending.
     bool Main();
 
-    // The primary server's name exactly as it is stored or was typed.
+    // Exactly as stored or typed: not trimmed.
     const std::u16string& PrimaryServerName() const { return primaryServerName_; }
     bool TestMode() const { return testMode_; }
-    // Once Main has come as far as to load them.
+    // Only valid after Main has loaded the settings.
     const std::u16string& ClientSettingsCachePath() const { return serverSettings_->ClientSettingsCachePath(); }
     const clsClientSettings& ClientSettings() const { return serverSettings_->ClientSettings(); }
     std::shared_ptr<clsChargeRates> ChargeRates() const { return serverSettings_->ChargeRates(); }
 
-    // None before they are loaded.
+    // Null until Main has made them.
     frmMain* MainForm() { return mainForm_.get(); }
     frmAccountNumber* AccountDialog() { return accountDialog_.get(); }
     clsTLXPrefs* Preferences() { return preferences_.get(); }
@@ -54,7 +55,7 @@ class basKorvanta {
   private:
     bool StartUp();
     void SetUpTranslation();
-    // Those that are new since the last time.
+    // Logs the problems that have come up since the last call.
     void LogTranslationProblems();
     bool RefuseSecondCopy();
     bool ObtainPrimaryServer();
@@ -63,7 +64,7 @@ class basKorvanta {
     void MakeForms();
     void LoadForm(Form& form);
     void ShowUnexpectedError(const Error& error);
-    // The user's name as the files of the user carry it.
+    // In lower case, as in the names of the user's files on servers.
     std::u16string FileUserName();
 
     Platform& platform_;

@@ -18,7 +18,7 @@ void basLog::Log(const std::u16string& text) {
         logStream_->WriteLine(GeneralDateText(clock_.Now(), clock_) + u" " + text);
         logStream_->Flush();
     } catch (const std::exception&) {
-        // A log that cannot be written must not stop what it tells of.
+        // A failing log must not disturb the program.
         return;
     }
 }

@@ -9,15 +9,15 @@
 
 namespace korvanta {
 
-// The trace log "tlxlog.txt" in the program folder, which support staff read: off until somebody turns it on for the
-// rest of the run. The file is emptied by the first line of a run; every line reaches it at once.
+// The trace log for support staff, "tlxlog.txt" in the program folder. It is off until somebody turns it on for the
+// rest of the run. The first line of a run truncates the file; each line is flushed at once.
 class basLog : public TraceLog {
   public:
     basLog(FileSystem& files, const CodePage& codePage, Clock& clock, std::u16string programFolder);
 
     bool LoggingEnabled() const { return loggingEnabled_; }
     void LoggingEnabled(bool enabled) { loggingEnabled_ = enabled; }
-    // Date and time, a blank and the text as it is. A line that cannot be written is lost.
+    // Writes date and time, a blank, and the unchanged text. A line that cannot be written is dropped silently.
     void Log(const std::u16string& text) override;
 
   private:

@@ -7,7 +7,7 @@
 
 namespace korvanta {
 
-// Which family of Windows this is, asked once. Raises Error userErrorBase + 23210 when Windows does not say.
+// The family of Windows, cached. Raises Error userErrorBase + 23210 if Windows does not return its version.
 class basWinVerUtil {
   public:
     explicit basWinVerUtil(System& system) : system_(system) {}

@@ -52,7 +52,7 @@ void clsErrorLog::LogMessage(std::int32_t source, std::int32_t level, const std:
             Append(debugFileName_, time + SourceTag(source) + flat);
         }
     } catch (const std::exception&) {
-        // A log that cannot be written must not stop what it tells of.
+        // A failing log must not disturb the program.
         return;
     }
 }

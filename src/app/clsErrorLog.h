@@ -10,9 +10,9 @@
 
 namespace korvanta {
 
-// The event log and the debug log, in files of the folder "Logs" below the program folder (which is not made here).
-// Each line is a separate open, append and close, so that programs may share the files. A file of 100 MiB or more gets
-// no further line. Nothing here fails: what cannot be written is lost.
+// The event log and the debug log, two files in the folder "Logs" of the program folder; a missing folder is not made.
+// Each line opens, appends and closes, so that several processes can share the files. A file of 100 MiB or more gets no
+// more lines. Nothing here fails: a line that cannot be written is dropped silently.
 class clsErrorLog : public ErrorReports {
   public:
     clsErrorLog(FileSystem& files, const CodePage& codePage, Clock& clock, const std::u16string& programFolder);
@@ -21,14 +21,14 @@ class clsErrorLog : public ErrorReports {
     void LogFileName(const std::u16string& path) { logFileName_ = path; }
     const std::u16string& DebugFileName() const { return debugFileName_; }
     void DebugFileName(const std::u16string& path) { debugFileName_ = path; }
-    // The highest level that the debug log takes; below 2 it takes none.
+    // The highest level that goes to the debug log. Below 2 the debug log is off.
     std::int16_t CurrentDebugLevel() const { return currentDebugLevel_; }
     void CurrentDebugLevel(std::int16_t level) { currentDebugLevel_ = level; }
 
-    // Level 1 goes to the event log; levels up to CurrentDebugLevel go to the debug log, marked with the source (0 to
-    // 3; this program is 1).
+    // Level 1 goes to the event log; every level up to CurrentDebugLevel goes to the debug log as well, tagged with the
+    // name of its source (0 to 3; this program is 1).
     void LogMessage(std::int32_t source, std::int32_t level, const std::u16string& message);
-    // Source 1, level 1.
+    // LogMessage with source 1 and level 1.
     void Message(const std::u16string& message) override;
 
   private:

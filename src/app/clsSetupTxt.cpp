@@ -34,8 +34,8 @@ std::u16string clsSetupTxt::TLXPrimaryServer() {
     return Value(u"TLXPrimaryServer");
 }
 
-// The first line that holds the key and "=" anywhere counts, and its value is cut at the place where the value of a
-// key at the line's start begins: keys are expected there.
+// The first line that contains the key and "=" counts, wherever they stand in it. Its value begins where it would if
+// the line began with the key, as every line should.
 std::u16string clsSetupTxt::Value(const std::u16string& key) {
     const std::u16string search = key + u"=";
     try {
@@ -50,7 +50,7 @@ std::u16string clsSetupTxt::Value(const std::u16string& key) {
             }
         }
     } catch (const std::exception&) {
-        // Whatever keeps the file from being read, the setting is as good as missing.
+        // A file that cannot be read counts as one without the setting.
         return {};
     }
     return {};

@@ -8,12 +8,12 @@
 
 namespace korvanta {
 
-// "setup.txt" in the program folder: single-byte text, one "key=value" a line, read anew at every call.
+// "setup.txt" in the program folder: single-byte text with one "key=value" per line. Every call reads the file again.
 class clsSetupTxt : public SetupFile {
   public:
     clsSetupTxt(FileSystem& files, const CodePage& codePage, const std::u16string& programFolder);
 
-    // Empty also when the value names a path that is not there.
+    // Empty if the path does not exist, too.
     std::u16string UserDBPath() override;
     bool ShowOnStartup() override;
     bool ShowLink() override;

@@ -27,7 +27,7 @@ frmMain::frmMain(const MainFormServices& services)
     ConnectControls();
 }
 
-// Windows calls every handler, and through it nothing may be raised.
+// Windows calls every handler, and no exception may pass through Windows.
 template <class Handler>
 void frmMain::LogErrors(const char16_t* procedure, Handler handler) {
     korvanta::LogErrors(services_.log, procedure, handler);
@@ -179,7 +179,7 @@ void frmMain::RunTask(Heartbeat::Task task) {
     }
 }
 
-// A refresh that comes while messages run may replace the detector: each task holds the one that it began with.
+// The task keeps the detector alive: it lets messages run, and a refresh in between may replace the detector.
 void frmMain::ClockTick() {
     const std::shared_ptr<IJobDetectionObject> detector = detector_;
     detector->MonitorClockTick();
@@ -253,7 +253,7 @@ void frmMain::IJobDetectionEventSink_FoundPrinter(const std::u16string& fullPrin
 void frmMain::IJobDetectionEventSink_FoundNewJob(const std::shared_ptr<clsJobInfo>& objJobInfo) {
     const clsJobInfo& job = *objJobInfo;
     if (services_.jobMatcher.JobMatch(job.UserName, job.MachineName, job.FullPrinterName)) {
-        // What may be raised comes first: with the job in the queue it has been dealt with.
+        // Built first, because it may fail: an error after AddJob would make the detector report the job again.
         const std::u16string line = u"Adding Job to pending list: " + job.Document + u"," + job.PrinterName;
         services_.accountDialog.AddJob(objJobInfo);
         services_.log.Log(line);

@@ -20,7 +20,7 @@
 
 namespace korvanta {
 
-// What the main form works with. Everything outlives it.
+// What the main form works with. All references must outlive the form.
 struct MainFormServices {
     Platform& platform;
     basLog& log;
@@ -31,20 +31,20 @@ struct MainFormServices {
     clsPrintJobMatcher& jobMatcher;
     frmAccountNumber& accountDialog;
     std::function<std::shared_ptr<IJobDetectionObject>(DetectionMethod method)> makeDetector;
-    // The main form is unloaded: the program ends.
+    // Called when the main form is unloaded: the program ends.
     std::function<void()> unloaded;
 };
 
-// The status form and the program's heartbeat: an icon in the notification area, and a timer that each second does at
-// most one piece of scheduled work. Owns the job detection object.
+// The status form and the program's heartbeat: an icon in the notification area, and a timer that runs at most one
+// scheduled task per second. Owns the job detection object.
 class frmMain : public StatusForm, public IJobDetectionEventSink {
   public:
     explicit frmMain(const MainFormServices& services);
 
     void Start();
-    // The detection object in use, none before the form is loaded.
+    // The detection object in use; null before the form is loaded.
     IJobDetectionObject* JobDetectionObject() const { return detector_.get(); }
-    // Takes the icon out of the notification area as well, should it still be there.
+    // Also removes the icon from the notification area if it is still there.
     void Detach() override;
 
     DateTime FullRefreshDue() const { return heartbeat_.FullRefreshDue(); }
@@ -99,7 +99,7 @@ class frmMain : public StatusForm, public IJobDetectionEventSink {
     DetectionMethod currentDetectionMethod_ = DetectionMethod::File;
     std::optional<TrayIcon> trayIcon_;
     Heartbeat heartbeat_;
-    // The question whether to close the program is on the screen.
+    // Set while the question whether to close the program is on the screen.
     ReentryFlag confirming_;
 };
 

@@ -8,8 +8,8 @@
 
 namespace korvanta {
 
-// The hidden form whose labels' captions are the texts of the message boxes, so that they are translated together with
-// everything else. It is never shown and needs no window. A text that is asked for before the form is loaded loads it.
+// A hidden form whose labels hold the texts of the message boxes as captions, so that they are translated like those of
+// any form. It is never shown and has no window. Asking for a text loads the form if it is not loaded yet.
 class frmMessages : public Form, public MessageTexts {
   public:
     explicit frmMessages(Translator& translator);
@@ -29,11 +29,11 @@ class frmMessages : public Form, public MessageTexts {
     Label lblPrimaryServerUnknown{u"lblPrimaryServerUnknown"};
     Label lblMessageBoxTitle{u"lblMessageBoxTitle"};
     Label lblEnterPrimaryServer{u"lblEnterPrimaryServer"};
-    // Boxes that have no other title have this one.
+    // The default title of message boxes.
     Label lblApplicationTitle{u"lblApplicationTitle"};
-    // With places for values (see FillIn): the support address, number, description, source and point of the error.
+    // Placeholders (see FillIn): support address; number, description, source and progress marker of the error.
     Label lblUnexpectedError{u"lblUnexpectedError"};
-    // Number and description of the error.
+    // Placeholders: number and description of the error.
     Label lblDownloadError{u"lblDownloadError"};
 
   protected:

@@ -52,7 +52,7 @@ frmPrimaryServer::frmPrimaryServer(Platform& platform, TraceLog& log, Translator
     ChooseSize();
 }
 
-// By the captions as they are now.
+// Fits the form to its current captions.
 void frmPrimaryServer::ChooseSize() {
     const int width = std::max({smallestWidth, ctlBanner1.SmallestWidth(),
                                 measures_.CaptionWidth(lblServer, longestCaption) + gap + smallestField + 2 * margin});
@@ -60,10 +60,10 @@ void frmPrimaryServer::ChooseSize() {
                           HLine1.Position().height + 4 * gap + margin);
 }
 
-// Room for the whole text, which breaks between words.
+// The height of the whole text, with lines broken between words.
 int frmPrimaryServer::ExplanationHeight(int clientWidth) const {
     TextMeasure& measure = platform_.textMeasure;
-    // A little less than there is, lest Windows, which rounds otherwise, breaks a line earlier.
+    // Windows rounds differently and may break a line earlier, so count on slightly less width.
     const int room = clientWidth - 2 * margin - wrapSlack;
     const std::u16string& text = lblExplanation.Caption();
     int lines = 1;
@@ -127,7 +127,7 @@ bool frmPrimaryServer::OnQueryUnload(CloseReason reason) {
     if (reason != CloseReason::WindowsSession) {
         return false;
     }
-    // Nobody is left to read why the program does not go on.
+    // The session is ending: end without the message that the server is unknown.
     platform_.messageLoop.Quit();
     return true;
 }
@@ -156,7 +156,7 @@ void frmPrimaryServer::Cancel() {
     Hide();
 }
 
-// The probe is left in place: a share where users may create files but not delete them is good enough.
+// The probe file stays: the share only has to let users create files, not delete them.
 bool frmPrimaryServer::CanCreateNotifications(const std::u16string& server) {
     try {
         const std::u16string path = Shares(server).AccountNotificationFile(systemInformation_.ComputerName() + u".tmp");

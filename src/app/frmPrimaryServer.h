@@ -13,13 +13,14 @@
 
 namespace korvanta {
 
-// Asks for the name of the primary server and accepts one whose shares are as the client needs them.
+// Asks for the name of the primary server. It accepts a server only if its data share exists and a file can be created
+// in its notification share.
 class frmPrimaryServer : public Form {
   public:
     frmPrimaryServer(Platform& platform, TraceLog& log, Translator& translator, clsRegSettings& registrySettings,
                      MessageTexts& messages, SystemInformation& systemInformation);
 
-    // Whether OK has succeeded.
+    // Whether the last button pressed was OK, with a server that was accepted.
     bool Accepted() const { return accepted_; }
 
     ctlBanner ctlBanner1;
@@ -35,7 +36,7 @@ class frmPrimaryServer : public Form {
     void OnLoad() override;
     void OnResize() override;
     void OnFontsChanged() override;
-    // The close box is a way to cancel.
+    // The close box works like Cancel.
     bool OnQueryUnload(CloseReason reason) override;
 
   private:

@@ -6,7 +6,7 @@
 
 namespace korvanta::fakes {
 
-// Latin-1: every byte is the unit of the same number; what it lacks becomes "?".
+// Latin-1: each byte is the character of the same number. Characters that it lacks become "?".
 class FakeCodePage : public CodePage {
   public:
     std::u16string Decode(std::string_view bytes) const override {

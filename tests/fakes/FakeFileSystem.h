@@ -18,19 +18,19 @@ namespace korvanta::fakes {
 
 // Disks and shares in memory. Paths are compared without regard to letter case. C:\Temp is there from the start.
 //
-// Of its own accord: a server that no folder was added for, and one that is down, give 53; a missing share 67; a
-// missing folder 3; a missing file 2; opening a folder or writing a read-only file 5; a second writer 32.
-// Faults go by the names of the functions of FileSystem, InputFile and OutputFile; FileExists and FolderExists answer
-// false when they fail, TemporaryFolder and TemporaryName give nothing.
+// Without faults it returns 53 for a server that is down or has no folder, 67 for a missing share, 3 for a missing
+// folder, 2 for a missing file, 5 for opening a folder or writing a read-only file, and 32 for a second writer.
+// Faults are named after the functions of FileSystem, InputFile and OutputFile. A failing FileExists or FolderExists
+// returns false, a failing TemporaryFolder or TemporaryName an empty text.
 class FakeFileSystem : public FileSystem {
   public:
-    // Makes bytes from `offset` on; as many as were asked for.
+    // Fills the buffer with the bytes from `offset` on.
     using Generator = std::function<void(std::uint64_t offset, char* buffer, std::size_t size)>;
     static constexpr std::uint64_t endless = std::numeric_limits<std::uint64_t>::max();
 
     explicit FakeFileSystem(FakeClock& clock);
 
-    // Setting up. Missing parent folders are made.
+    // For setting up. Missing parent folders are created.
     void AddFolder(const std::u16string& path);
     void WriteBytes(const std::u16string& path, std::string_view bytes);
     // UTF-16 little-endian with a byte-order mark.
@@ -40,13 +40,13 @@ class FakeFileSystem : public FileSystem {
     // A file that takes no memory. `length` may be `endless`.
     void WriteGenerated(const std::u16string& path, std::uint64_t length, Generator generator);
     void RemoveFile(const std::u16string& path);
-    // With all that is in it.
+    // Including everything in it.
     void RemoveFolder(const std::u16string& path);
     void SetReadOnly(const std::u16string& path, bool readOnly = true);
-    // 100 ns units since 1601-01-01. Otherwise a file has the clock's time of its last change.
+    // In 100 ns units since 1601-01-01. Without it a file has the clock's time of its last change.
     void SetModified(const std::u16string& path, std::uint64_t time);
 
-    // Looking at what is there. Has: a file of that path exists. The readers give nothing for a missing file.
+    // For checking. Has tests for a file, not a folder. The Read functions return an empty text for a missing file.
     bool Has(const std::u16string& path) const;
     std::string ReadBytes(const std::u16string& path) const;
     // Without the byte-order mark, which must be there.
@@ -59,27 +59,27 @@ class FakeFileSystem : public FileSystem {
     // Whole servers.
     void Down(const std::u16string& server);
     void Up(const std::u16string& server);
-    // Every call about this path fails with the code; 0 ends that.
+    // Every call about this path fails with the code, until it is set to 0.
     void FailPath(const std::u16string& path, std::uint32_t errorCode);
 
     FaultPlan faults;
-    // What the program asked for: "OpenForReading C:\Temp\a.txt", in order. Reads and writes are not in it.
+    // The calls in order, for example "OpenForReading C:\Temp\a.txt". Reads and writes are not included.
     std::vector<std::u16string> log;
     bool keepsLog = true;
     // Called before each read (write) of an open file, with its path; may change files.
     std::function<void(const std::u16string& path)> onRead;
     std::function<void(const std::u16string& path)> onWrite;
-    // Called when a file was read to its end without a failure, with all the bytes that the reader was given.
+    // Called when a file was read to its end without an error, with all the bytes that were read.
     std::function<void(const std::u16string& path, const std::string& bytes)> onWhole;
     // Called at the start of each call that names a path.
     std::function<void(const std::u16string& call, const std::u16string& path)> onCall;
     // Called with what FileExists answers.
     std::function<void(const std::u16string& path, bool exists)> onExists;
-    // No read gives more bytes at a time than this.
+    // No single read returns more bytes than this.
     std::size_t largestRead = std::numeric_limits<std::size_t>::max();
-    // How much of a write is done when a fault ends it half done.
+    // The part of a write that is done when the fault `halfDone` ends it.
     std::size_t donePercent = 50;
-    // How many more bytes may be written before the disk is full.
+    // The number of bytes that can be written until the disk is full.
     std::uint64_t freeBytes = endless;
     std::u16string temporaryFolder = u"C:\\Temp";
 
@@ -102,15 +102,15 @@ class FakeFileSystem : public FileSystem {
     friend class Writer;
     using EntryReference = std::shared_ptr<Entry>;
 
-    // Both take a key: the path in lower case, with single backslashes and none at the end.
+    // A key is the path in lower case, with single backslashes and none at the end.
     static std::u16string Key(const std::u16string& path);
     static std::u16string ParentOf(const std::u16string& key);
     std::uint32_t Begin(std::string_view call, const std::u16string& path);
-    // What FailPath has set.
+    // The error code that FailPath has set.
     std::uint32_t PathFault(const std::u16string& path) const;
     // Begin for a call about a file that must be there.
     std::uint32_t BeginWithFile(std::string_view call, const std::u16string& path, EntryReference& entry);
-    // Why the folder of that key cannot be reached, or 0.
+    // The error code that accessing the folder with that key returns, or 0.
     std::uint32_t FolderError(const std::u16string& key) const;
     EntryReference Find(const std::u16string& path) const;
     EntryReference Put(const std::u16string& path);

@@ -13,8 +13,8 @@
 
 namespace korvanta::fakes {
 
-// Web pages in memory. A URL that nothing was put at gives a page of the server that says so, as web servers do, or
-// `unknownUrlError` when that is set; a host that is down gives 12007.
+// Web pages in memory. An unknown URL returns the server's page for that (`unknownUrlBody`), as web servers do, or
+// fails with `unknownUrlError` if that is set. A host that is down fails with 12007.
 class FakeInternet : public Internet {
   public:
     using Generator = std::function<void(std::uint64_t offset, char* buffer, std::size_t size)>;

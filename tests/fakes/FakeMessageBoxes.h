@@ -10,7 +10,7 @@
 
 namespace korvanta::fakes {
 
-// Keeps every box. Answers come from the queue; when it is empty the answer is OK, Cancel or No, as the buttons are.
+// Records every box. Answers come from the queue; when it is empty the answer is OK, Cancel or No, by the buttons.
 class FakeMessageBoxes : public MessageBoxes {
   public:
     struct Box {
@@ -22,11 +22,11 @@ class FakeMessageBoxes : public MessageBoxes {
         bool operator==(const Box&) const = default;
     };
 
-    FaultPlan faults;  // "Show": the box cannot be made, as in a program that is ending
+    FaultPlan faults;  // "Show": the box cannot be shown, as in a program that is ending
     std::vector<Box> shown;
     std::vector<Box> refused;
     std::deque<MessageAnswer> answers;
-    // Called while a box is open: messages run then, so anything may happen.
+    // Called while a box is open. Messages run then, so anything may happen.
     std::function<void(const Box& box)> whileOpen;
     int open = 0;
 

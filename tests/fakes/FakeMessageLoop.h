@@ -6,17 +6,17 @@
 
 namespace korvanta::fakes {
 
-// Runs what the test has hooked in. The hooks may let messages run again; how deep is the test's business.
+// Calls the test's hooks. A hook may let messages run again; the test decides how deep.
 class FakeMessageLoop : public MessageLoop {
   public:
     int pendingRuns = 0;  // calls of RunPending
     int oftenRuns = 0;    // calls of RunPendingOften
-    int depth = 0;        // hooks that are running now
+    int depth = 0;        // number of hooks that are running
     bool quit = false;
-    // Called by RunPending, and by RunPendingOften when that has no hook of its own.
+    // Called by RunPending, and by RunPendingOften if that has no hook of its own.
     std::function<void()> onRunPending;
     std::function<void()> onRunPendingOften;
-    // Called by Run again and again until Quit; without it Run returns at once.
+    // Called by Run in a loop until Quit. Without it Run returns at once.
     std::function<void()> onRun;
 
     void RunPending() override {

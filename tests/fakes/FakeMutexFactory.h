@@ -9,19 +9,19 @@
 
 namespace korvanta::fakes {
 
-// Every wait succeeds unless its result is scripted. Faults: "CreateOwned" and "Release", with the error number told,
-// and "Wait", which then fails.
+// Every wait succeeds unless its result is scripted. Faults: "CreateOwned" and "Release", which return the error code,
+// and "Wait".
 class FakeMutexFactory : public MutexFactory {
   public:
     struct State {
         FaultPlan faults;
-        std::deque<WaitResult> waitResults;  // given out first, in this order
+        std::deque<WaitResult> waitResults;  // used first, in this order
         std::uint32_t lastTimeout = 0;
         int created = 0;
         int alive = 0;
         int waits = 0;
-        int releases = 0;  // refused ones included
-        int held = 0;      // acquisitions not yet released, the owner's first one aside
+        int releases = 0;  // including failed ones
+        int held = 0;      // acquisitions not released yet, except the first one by the owner
     };
 
     FakeMutexFactory() : FakeMutexFactory(std::make_shared<State>()) {}
@@ -69,7 +69,7 @@ class FakeMutexFactory : public MutexFactory {
     explicit FakeMutexFactory(const std::shared_ptr<State>& shared)
         : state(*shared), faults(shared->faults), state_(shared) {}
 
-    std::shared_ptr<State> state_;  // outlives the factory while a mutex does
+    std::shared_ptr<State> state_;  // shared, because mutexes may outlive the factory
 };
 
 }  // namespace korvanta::fakes

@@ -9,7 +9,7 @@ void PeerRecord::Note(Aspect aspect) {
     try {
         changes.push_back(aspect);
     } catch (const std::bad_alloc&) {
-        // A real peer needs no memory to follow its control, and is told from destructors too.
+        // Real peers allocate nothing here, and destructors call this too.
         return;
     }
 }

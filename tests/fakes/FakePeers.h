@@ -13,14 +13,14 @@
 
 namespace korvanta::fakes {
 
-// What the peer of one control was told. It stays when the peer is gone.
+// What the peer of one control was told. The record outlives the peer.
 struct PeerRecord {
     std::vector<Aspect> changes;
     int focused = 0;
     int repainted = 0;
     int made = 0;
     int alive = 0;
-    // Of forms alone:
+    // Only for forms:
     int shown = 0;
     int shownModally = 0;
     int hidden = 0;
@@ -35,15 +35,15 @@ struct PeerRecord {
     int Last(Aspect aspect) const;  // index of its last report in `changes`, -1 without one
 };
 
-// Makes peers that show nothing and keep what they are told.
+// Makes peers that show nothing and record what they are told.
 class FakePeers : public PeerFactory {
   public:
-    // The record of a control that has, or had, a peer; an empty one otherwise.
+    // The record of a control that has or had a peer; an empty record for any other.
     PeerRecord& Of(const Control& control);
     int PeersAlive() const;
 
-    // What happens while a form is shown modally: the first script that is left, or else `onShowModal`. A form that is
-    // still shown afterwards is hidden, as when the program ends.
+    // Called while a form is shown modally: the next script, or `onShowModal` if no script is left. If the form is
+    // still shown afterwards it is hidden, as when the program ends.
     std::deque<std::function<void(Form& form)>> modalScripts;
     std::function<void(Form& form)> onShowModal;
     // Called when a form is shown.
@@ -52,11 +52,11 @@ class FakePeers : public PeerFactory {
     std::function<void(Form& form)> onForeground;
     // Called while a menu is up; a test may call HandleClick of an entry.
     std::function<void(Form& form, PopupMenu& menu)> onShowPopup;
-    // Called at each report of a change, after it was kept.
+    // Called for each change of a control, after it was recorded.
     std::function<void(Control& control, Aspect aspect)> onChanged;
-    // No peers at all, as where windows cannot be made; forms then have none either.
+    // Makes no peers at all, not even for forms, as when windows cannot be made.
     bool refuse = false;
-    FaultPlan faults;  // "Make": this one peer cannot be made
+    FaultPlan faults;  // "Make": a single peer cannot be made
 
     std::unique_ptr<FormPeer> Make(Form& form) override;
     std::unique_ptr<ControlPeer> Make(Container& panel) override;

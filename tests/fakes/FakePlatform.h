@@ -19,7 +19,7 @@
 
 namespace korvanta::fakes {
 
-// One of each fake, wired to one another, and the Platform over them.
+// One fake of each kind, connected with each other, and the Platform over them.
 struct FakePlatform {
     FakePlatform() = default;
     FakePlatform(const FakePlatform&) = delete;

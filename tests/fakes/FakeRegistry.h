@@ -11,11 +11,11 @@
 
 namespace korvanta::fakes {
 
-// Keys and value names are compared without regard to letter case. Missing keys and values give 2, a key opened
-// without the needed access, and one whose access is refused, 5; a value of another type 1630.
+// Keys and value names are compared without regard to letter case. Errors: 2 for a missing key or value, 5
+// for a key without the needed access or whose access is refused, 1630 for a value of another type.
 class FakeRegistry : public Registry {
   public:
-    // For tests: values right in the store, making the key.
+    // For tests: puts a value into the store, and creates its key.
     void Put(RegistryHive hive, const std::u16string& subKey, const std::u16string& name, const std::u16string& text);
     void Put(RegistryHive hive, const std::u16string& subKey, const std::u16string& name, std::int32_t number);
     void Put(const std::u16string& subKey, const std::u16string& name, const std::u16string& text) {
@@ -25,12 +25,12 @@ class FakeRegistry : public Registry {
         Put(RegistryHive::LocalMachine, subKey, name, number);
     }
     bool Has(const std::u16string& subKey, const std::u16string& name) const;
-    // Empty, or 0, when there is no such value under HKEY_LOCAL_MACHINE.
+    // Returns an empty text, or 0, if there is no such value under HKEY_LOCAL_MACHINE.
     std::u16string Text(const std::u16string& subKey, const std::u16string& name) const;
     std::int32_t Number(const std::u16string& subKey, const std::u16string& name) const;
 
     FaultPlan faults;
-    // Accesses (registryAccess) that Open and Create refuse.
+    // The kinds of access (registryAccess) that Open and Create refuse.
     std::vector<std::uint32_t> refusedAccess;
     // "Open SOFTWARE\Korvanta 1", "SetText LinkName", ... in order.
     std::vector<std::u16string> log;

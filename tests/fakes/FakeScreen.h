@@ -12,11 +12,11 @@ class FakeScreen : public Screen {
   public:
     Place wholeScreen{0, 0, 15360, 11520};
     Place workArea{0, 0, 15360, 11070};
-    // What WorkAreaAt answers; `workArea` while there is none.
+    // What WorkAreaAt returns; `workArea` if it is not set.
     std::optional<Place> workAreaAt;
     double twipsPerPixel = 15.0;
 
-    FaultPlan faults;  // "WholeScreen", "WorkArea", "WorkAreaAt": nothing is there
+    FaultPlan faults;  // "WholeScreen", "WorkArea", "WorkAreaAt": return an empty place
 
     Place WholeScreen() override { return faults.Check("WholeScreen") != 0 ? Place() : wholeScreen; }
     Place WorkArea() override { return faults.Check("WorkArea") != 0 ? Place() : workArea; }

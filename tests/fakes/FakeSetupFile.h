@@ -6,7 +6,7 @@
 
 namespace korvanta::fakes {
 
-// As an installation without a set-up file.
+// Answers like an installation without a set-up file, unless the test sets something else.
 class FakeSetupFile : public SetupFile {
   public:
     std::u16string userDBPath;

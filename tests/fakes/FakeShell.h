@@ -10,13 +10,13 @@
 
 namespace korvanta::fakes {
 
-// Keeps what was opened and the icons in the notification area.
+// Records which documents were opened, and holds the icons of the notification area.
 class FakeShell : public Shell {
   public:
     FaultPlan faults;  // "OpenDocument", "AddTrayIcon", "DeleteTrayIcon"
     std::vector<std::u16string> opened;
     std::vector<TrayIcon> trayIcons;
-    // Every icon ever added and deleted, failed calls included.
+    // Every icon that was added or deleted, including failed calls.
     std::vector<TrayIcon> added;
     std::vector<TrayIcon> deleted;
     bool hasNotificationArea = true;

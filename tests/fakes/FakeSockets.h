@@ -9,14 +9,14 @@
 
 namespace korvanta::fakes {
 
-// Names and addresses in memory. What is not known fails with 11001; faults give their code as LastError.
+// Names and addresses in memory. Looking up an unknown one fails with 11001. LastError returns the code of a fault.
 class FakeSockets : public Sockets {
   public:
-    // Addresses have their first number lowest: 10.0.0.1 is Address(10, 0, 0, 1).
+    // The first number is in the lowest byte: 10.0.0.1 is Address(10, 0, 0, 1).
     static constexpr std::uint32_t Address(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
         return a | b << 8U | c << 16U | d << 24U;
     }
-    // Both ways.
+    // Adds a name and its address, for both directions of look-up.
     void AddHost(const std::u16string& host, std::uint32_t address);
 
     FaultPlan faults;  // "Start", "Stop", "HostName", "AddressOf", "NameOf"
@@ -25,7 +25,7 @@ class FakeSockets : public Sockets {
     std::map<std::u16string, std::uint32_t> addresses;  // by lower-case name
     std::map<std::uint32_t, std::u16string> names;
     int lastError = 0;
-    int started = 0;  // Start without its Stop
+    int started = 0;  // calls of Start without their Stop
     // "Start", "AddressOf ws01", "NameOf 10.0.0.1", ... in order.
     std::vector<std::u16string> log;
 

@@ -25,7 +25,7 @@ std::u16string Arguments(std::initializer_list<std::int64_t> numbers) {
     return Join(pieces, u" ");
 }
 
-// The texts of a job in the order in which they are laid.
+// The texts of a job, in their order in memory.
 std::vector<std::string> TextsOf(const std::u16string& printer, const FakeJob& job) {
     const FakeCodePage codePage;
     return {codePage.Encode(printer), codePage.Encode(job.machine), codePage.Encode(job.user),

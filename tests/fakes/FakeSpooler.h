@@ -24,12 +24,12 @@ struct FakeJob {
     std::uint32_t time[4] = {0x000B07EA, 0x00140005, 0x0003000E, 0x00000009};
 };
 
-// Printers and their jobs in memory. A job that is added signals the printer's change handles until FindNextChange
-// re-arms them. Printer names are compared without regard to letter case.
+// Printers and their jobs in memory. Adding a job signals the printer's change handles until FindNextChange re-arms
+// them. Printer names are compared without regard to letter case.
 //
-// EnumJobs lays its blocks and texts into the caller's words; a TextAt after the words are gone is an error that
-// AddressSanitizer tells. A buffer that is too small gives 0 with LastError 122, a handle that is not open (or broken)
-// LastError 6, an unknown printer 1801. SetJob with the cancel command takes the job away; an unknown job gives 87.
+// EnumJobs puts its blocks and texts into the caller's buffer; AddressSanitizer reports a TextAt after the buffer is
+// gone. A buffer that is too small returns 0 with LastError 122, a handle that is not open (or broken) LastError 6, an
+// unknown printer 1801. SetJob with the cancel command removes the job; an unknown job returns 87.
 class FakeSpooler : public Spooler {
   public:
     explicit FakeSpooler(FakeWaitableHandles& handles) : handles_(handles) {}
@@ -40,25 +40,25 @@ class FakeSpooler : public Spooler {
     void AddJob(const std::u16string& printer, FakeJob job);
     void RemoveJob(const std::u16string& printer, std::int32_t id);
     std::vector<FakeJob> Jobs(const std::u16string& printer) const;
-    // All handles to the printer that are open now stop working.
+    // Breaks all open handles to the printer.
     void BreakHandles(const std::u16string& printer);
     std::size_t OpenHandles() const { return printerHandles_.size(); }
     std::size_t OpenChangeHandles() const { return changeHandles_.size(); }
 
-    // Faults make the call fail with the error code as LastError.
+    // A fault makes the call fail; LastError returns its code.
     FaultPlan faults;
-    // Every call with its arguments: "OpenPrinter \\srv\laser", "ClosePrinter 4096",
+    // Every call with its arguments, for example "OpenPrinter \\srv\laser", "ClosePrinter 4096",
     // "EnumJobs 4096 0 4294967295 4000" (handle, first job, job count, buffer bytes), "SetJob 4096 17 3" (handle, job,
     // command), "FindFirstChange 4096 256" (handle, filter), "FindNextChange 8192",
     // "FindCloseChange 8192".
     std::vector<std::u16string> log;
-    // Called at the start of each EnumJobs: a job may come or go between two calls.
+    // Called at the start of each EnumJobs, so that a job can come or go between two calls.
     std::function<void()> onEnumJobs;
-    // Called at the end of each EnumJobs with what it was asked for and the jobs that it gave, none when it failed.
+    // Called at the end of each EnumJobs with its arguments and the jobs that it returned, null when it failed.
     std::function<void(std::uint32_t jobCount, std::uint32_t bufferBytes, const std::vector<FakeJob>* jobs)>
         onEnumerated;
     std::function<void(const std::u16string& printer, const FakeJob& job)> onCancelled;
-    // What a failing FindFirstChange gives; the other one is 0.
+    // What a failing FindFirstChange returns; the other possible value is 0.
     ChangeHandle failedChangeHandle = -1;
     std::uint32_t lastError = 0;
 
@@ -75,18 +75,18 @@ class FakeSpooler : public Spooler {
     std::uint32_t LastError() override { return lastError; }
 
   private:
-    // Lays the jobs into the caller's words when there is room for them.
+    // Puts the jobs into the caller's buffer if there is room for them.
     bool Enumerate(PrinterHandle handle, std::uint32_t firstJob, std::uint32_t jobCount,
                    std::vector<std::uint32_t>& words, std::uint32_t bufferBytes, std::uint32_t& neededBytes,
                    std::vector<FakeJob>& jobs);
-    // Where a caller's words lie, and the addresses their texts have been given.
+    // A caller's buffer, and the addresses of its texts.
     struct Region {
         const std::uint32_t* words;
         std::uint32_t firstAddress;
         std::uint32_t size;
     };
     bool Fails(std::string_view call, const std::u16string& arguments);
-    // The jobs behind an open handle, or none with LastError set.
+    // The jobs of an open handle, or null with LastError set.
     std::vector<FakeJob>* JobsOf(PrinterHandle handle);
     void Lay(const std::u16string& printer, const std::vector<FakeJob>& jobs, std::vector<std::uint32_t>& words,
              std::uint32_t size);

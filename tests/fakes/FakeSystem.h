@@ -16,7 +16,7 @@ class FakeSystem : public System {
   public:
     explicit FakeSystem(FakeClock& clock) : clock_(clock) {}
 
-    // "VersionPlatform", "ComputerName", "UserName", "ProgramFolder" (gives nothing), "ClaimInstance" (refused)
+    // "VersionPlatform", "ComputerName", "UserName", "ProgramFolder" (returns an empty text), "ClaimInstance" (refuses)
     FaultPlan faults;
     std::uint32_t platformId = 2;
     std::u16string computerName = Filled(u"WS01");
@@ -24,15 +24,15 @@ class FakeSystem : public System {
     std::u16string commandLine;
     std::u16string programFolder = u"C:\\Program Files\\Korvanta";
     std::vector<std::uint32_t> sleeps;
-    // Called by Sleep after the clock has moved on.
+    // Called by Sleep after it has advanced the clock.
     std::function<void()> onSleep;
     std::vector<std::u16string> eventLog;
     int controlsInitialized = 0;
     int hiddenFromTaskList = 0;
-    // Names that another program has claimed, or this one.
+    // Names that this or another program has claimed.
     std::set<std::u16string> claimedInstances;
 
-    // The text with a NUL behind it, filled up with blanks to 256 characters.
+    // The text, a NUL, and blanks up to 256 characters.
     static std::u16string Filled(std::u16string text) {
         text += u'\0';
         text.resize(256, u' ');
@@ -52,7 +52,7 @@ class FakeSystem : public System {
     std::u16string ProgramFolder() override {
         return faults.Check("ProgramFolder") != 0 ? std::u16string() : programFolder;
     }
-    // Moves the clock on.
+    // Advances the clock.
     void Sleep(std::uint32_t milliseconds) override {
         sleeps.push_back(milliseconds);
         clock_.AdvanceMilliseconds(milliseconds);

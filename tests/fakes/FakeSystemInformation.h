@@ -15,7 +15,7 @@ class FakeSystemInformation : public SystemInformation {
     bool windows9x = false;
     std::u16string computerName = u"WS01";
     std::u16string userName = u"jsmith";
-    // From then on the questions raise their errors.
+    // While set, the question raises its error.
     bool versionFails = false;
     bool computerNameFails = false;
     bool userNameFails = false;

@@ -14,7 +14,7 @@ constexpr int pointsPerInch = 72;
 constexpr int twipsPerInch = 1440;
 constexpr int points = 8;
 
-// Advance widths of the characters from U+0020 on; 0 where the font has no such character.
+// Advance widths of the characters from U+0020 on, 0 for a character that the font lacks.
 // clang-format off
 constexpr std::array<std::uint16_t, measured> regularAdvances = {
     639, 680, 821, 1491, 1118, 2001, 1380, 432, 784, 784, 1118, 1491, 621, 743, 621, 782, 1118, 1118, 1118, 1118,
@@ -56,7 +56,7 @@ constexpr std::array<std::uint16_t, measured> boldAdvances = {
 };
 // clang-format on
 
-// As Windows has it: sizes and widths are whole pixels.
+// Like Windows, which uses whole pixels for sizes and widths.
 int Rounded(int value, int times, int by) {
     return (value * times + by / 2) / by;
 }
@@ -67,7 +67,7 @@ int AdvanceUnits(char16_t unit, bool bold) {
     return unit >= firstMeasured && index < measured && advances[index] != 0 ? advances[index] : unitsPerEm;
 }
 
-// What is drawn of a caption: an "&" goes, of "&&" one stays.
+// The visible part of a caption: without a single "&", and with one "&" for "&&".
 std::u16string Drawn(const std::u16string& caption) {
     std::u16string drawn;
     for (std::size_t i = 0; i < caption.size(); ++i) {

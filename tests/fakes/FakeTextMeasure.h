@@ -6,8 +6,8 @@
 
 namespace korvanta::fakes {
 
-// Every character has the same, generous width; or, where a resolution is given, the width that it has in the usual
-// font of Windows (8 points) there. An "&" takes no room but where two stand together, which show one.
+// Gives every character the same generous width or, if a resolution is set, its width at that resolution in the usual
+// font of Windows (8 points). A single "&" has no width; "&&" has the width of one.
 class FakeTextMeasure : public TextMeasure {
   public:
     int characterWidth = 110;

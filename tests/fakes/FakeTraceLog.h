@@ -13,7 +13,7 @@ class FakeTraceLog : public TraceLog {
     std::vector<std::u16string> lines;
 
     bool Has(const std::u16string& line) const { return std::find(lines.begin(), lines.end(), line) != lines.end(); }
-    // Whether a line begins so.
+    // Whether any line begins with the text.
     bool HasStart(const std::u16string& start) const {
         return std::any_of(lines.begin(), lines.end(),
                            [&start](const std::u16string& line) { return line.starts_with(start); });

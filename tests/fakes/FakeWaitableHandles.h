@@ -22,7 +22,7 @@ class FakeWaitableHandles : public WaitableHandles {
     FaultPlan faults;  // "PollAny"
     std::set<ChangeHandle> signalled;
     std::set<ChangeHandle> invalid;
-    // Given out first, in this order, whatever is signalled.
+    // Results of the next polls, in this order, whatever is signalled.
     std::deque<std::uint32_t> scriptedResults;
     // Called at the start of each poll.
     std::function<void()> onPoll;

@@ -37,7 +37,7 @@ std::uint32_t FaultPlan::Check(std::string_view call, std::u16string_view detail
         }
         if (fault.callsLeft == 0 && errorCode == 0) {
             errorCode = fault.errorCode;
-            fault.callsLeft = fault.forGood ? 0 : -1;  // -1: has struck
+            fault.callsLeft = fault.forGood ? 0 : -1;  // -1: used up
         }
     }
     return errorCode == 0 && onCheck ? onCheck(call, detail) : errorCode;

@@ -9,32 +9,32 @@
 
 namespace korvanta::fakes {
 
-// When the calls of a fake fail. Calls go by their function's name ("OpenForReading", "Write"); `anyCall` means
-// whichever comes. The first call after the fault was set is number 1.
+// Decides which calls of a fake fail. A call is named after its function ("OpenForReading", "Write"); `anyCall` matches
+// every call. The first call after a fault was set is number 1.
 class FaultPlan {
   public:
     static constexpr std::string_view anyCall = "*";
-    // Stands for an error code: a write or a copy gets half-way before the disk is full, a read gives half of what it
-    // could and succeeds. Only calls that transfer bytes know it.
+    // Used in place of an error code: a write or copy is done by half before the disk is full, and a read succeeds with
+    // half of its bytes. Only calls that transfer bytes support it.
     static constexpr std::uint32_t halfDone = 0xFFFFFFF0;
 
     void FailOnce(std::string_view call, int nth, std::uint32_t errorCode) { Plan(call, nth, false, errorCode); }
     void FailFrom(std::string_view call, int nth, std::uint32_t errorCode) { Plan(call, nth, true, errorCode); }
     void Clear() { faults_.clear(); }
-    // How often the call was made so far, failed ones included.
+    // How often the call was made so far, including failures.
     int Calls(std::string_view call) const;
 
-    // For the fakes, once at the start of every call: the error code it fails with, or 0. `detail` says what the call
-    // is about (a path, a name).
+    // For the fakes, which call it once at the start of every call: returns the error code to fail with, or 0. `detail`
+    // says what the call is about (a path, a name).
     std::uint32_t Check(std::string_view call, std::u16string_view detail = {});
 
-    // Asked at every call that no fault strikes; gives the error code it fails with, or 0.
+    // Called for every call without a fault; returns the error code to fail with, or 0.
     std::function<std::uint32_t(std::string_view call, std::u16string_view detail)> onCheck;
 
   private:
     struct Fault {
         std::string call;
-        int callsLeft;  // until the failing one
+        int callsLeft;  // before the one that fails
         bool forGood;
         std::uint32_t errorCode;
     };

@@ -4,7 +4,7 @@
 
 namespace korvanta::fakes {
 
-// Captions stay as they are.
+// Leaves all captions unchanged.
 class PlainTranslator : public Translator {
   public:
     void SetSections(const std::vector<std::u16string>&) override {}

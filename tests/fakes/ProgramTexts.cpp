@@ -36,7 +36,7 @@ class NotingTranslator : public Translator {
     std::set<std::u16string> keys_;
 };
 
-// Whether it came through depends on the server; the forms that there are have been translated by then.
+// Starting may fail without a server; the forms that were made have been translated by then.
 void StartProgram(const std::u16string& primaryServer, Translator& translator) {
     FakePlatform windows;
     FakePeers peers;
@@ -56,7 +56,7 @@ std::u16string Escaped(const std::u16string& text) {
     return escaped;
 }
 
-// The entry, broken between words where it is too long for a line.
+// The entry; one that is too long for a line is broken between words.
 std::u16string Entry(const ProgramText& text) {
     std::u16string entry;
     std::u16string line = text.key + u" =";

@@ -21,7 +21,7 @@ constexpr std::uint32_t serverUnavailable = 1722;
 constexpr std::uint32_t socketsNotReady = 10091;
 constexpr std::uint32_t cannotConnect = 12029;
 constexpr std::uint32_t connectionReset = 12031;
-// For the clock: set back by an hour, set on by more than a day.
+// For the clock: an hour back, and more than a day forward.
 constexpr std::uint32_t clockBack = 1;
 constexpr std::uint32_t clockOn = 2;
 constexpr std::int64_t hour = 3'600'000;
@@ -97,7 +97,7 @@ Faults::Faults(World& world) : world_(world) {
 
 void Faults::Hook(FaultPlan& plan, const std::string& interfaceName) {
     plan.onCheck = [this, interfaceName](std::string_view call, std::u16string_view detail) {
-        // The program's one thread owns every mutex: it takes and returns them without asking the system.
+        // The program's only thread owns every mutex, so taking and returning one cannot fail.
         const bool cannotFail = call == "Wait" || call == "Release";
         return watching_ && !cannotFail ? Check(interfaceName + "." + std::string(call), detail) : 0;
     };

@@ -9,7 +9,7 @@
 
 namespace korvanta::torture {
 
-// A call that the program made of one of the platform's interfaces.
+// A call that the program made to one of the platform's interfaces.
 struct Point {
     std::string call;       // "FileSystem.OpenForReading"
     std::u16string detail;  // what it was about
@@ -30,11 +30,11 @@ struct Fault {
 
 std::string ReachName(Reach reach);
 std::string CodeName(std::uint32_t code);
-// The ways in which a call of that name is made to fail.
+// The error codes with which a call of that name is made to fail.
 std::vector<std::uint32_t> CodesOf(std::string_view call);
 
-// Sits behind every interface of a world's platform: keeps the calls that are made while it watches, and lets those
-// fail that the fault strikes.
+// Hooks into every fake of a world's platform: records the calls that are made while it watches, and makes those fail
+// that the fault names.
 class Faults {
   public:
     explicit Faults(World& world);
@@ -54,7 +54,7 @@ class Faults {
     int InjectedAbout(std::u16string_view part) const;
     bool InjectedCall(std::string_view call) const;
 
-    // Whether every call is printed.
+    // Print every call.
     bool trace = false;
 
   private:
@@ -70,7 +70,7 @@ class Faults {
     bool watching_ = false;
 };
 
-// For the terminal: what is not ASCII is shown as "?".
+// For the terminal: every character that is not ASCII becomes "?".
 std::string Shown(std::u16string_view text);
 
 }  // namespace korvanta::torture

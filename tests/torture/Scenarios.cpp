@@ -21,7 +21,7 @@ void Start(World& world) {
     }
 }
 
-// Each time the machine wakes, all that is due, with a job in between.
+// All tasks that are due each time the machine wakes up, with a job in between.
 void Refreshes(World& world) {
     for (const int hours : {3, 5}) {
         world.windows.clock.AdvanceMinutes(hours * 60);

@@ -10,10 +10,10 @@ namespace korvanta::torture {
 struct Scenario {
     const char* name;
     const char* tells;
-    // What comes before the calls that may fail, and what makes them.
+    // First what runs undisturbed, then what makes the calls that may fail.
     void (*prepare)(World& world);
     void (*act)(World& world);
-    // The preferred accounts that a restart may show afterwards.
+    // The lists of preferred accounts, any of which a restart may show afterwards.
     std::vector<std::vector<std::int32_t>> preferred;
 };
 

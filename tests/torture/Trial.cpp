@@ -64,7 +64,7 @@ class Trial {
         CheckPreferences("right after the fault");
     }
 
-    // A program that could not start has told why and is started again.
+    // A program that cannot start says why and ends; the user then starts it again.
     void Recover() {
         if (world_.program->MainForm() == nullptr || !world_.program->MainForm()->tmrActivity.Enabled()) {
             const fakes::FakeMessageBoxes& boxes = world_.windows.messageBoxes;

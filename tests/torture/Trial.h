@@ -12,18 +12,18 @@ namespace korvanta::torture {
 
 std::string DetectionName(Detection detection);
 
-// What one run of a scenario came to.
+// The outcome of one run of a scenario.
 struct Outcome {
     std::vector<Point> points;
     std::size_t injected = 0;
-    // How often each kind of end was met: "notified", "cancelled", "told", ...
+    // How many jobs ended in each way: "notified", "cancelled", "told", ...
     std::map<std::string, int> ends;
-    // What must not be; empty when all is well.
+    // Everything that went wrong; empty if nothing did.
     std::vector<std::string> failures;
 };
 
-// Runs the scenario, with the fault if there is one; then, with nothing failing any more, a refresh, one more job, the
-// end of the program and a restart.
+// Runs the scenario, with the fault if there is one. Afterwards, with no fault left, it runs a refresh and one more
+// job, ends the program, and restarts it.
 Outcome Try(const Scenario& scenario, Detection detection, const std::optional<Fault>& fault, bool trace);
 
 }  // namespace korvanta::torture

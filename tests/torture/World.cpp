@@ -25,8 +25,8 @@ const char16_t* MethodOf(Detection detection) {
     return u"";
 }
 
-// Match by user and machine; refreshes every 10 minutes, polls every second. The line of the other family of Windows
-// has another method.
+// Jobs match by user and machine; a refresh every 10 minutes, a poll every second. The line for the other family of
+// Windows holds a different detection method.
 std::u16string Settings(Detection detection) {
     const std::u16string method = MethodOf(detection);
     const std::u16string other = method == u"0" ? u"1" : u"0";
@@ -179,7 +179,7 @@ void World::BoxShown(const std::u16string& text, int JobRecord::*count) {
     }
 }
 
-// The dialog's peer knows how often it was shown; its label says for which job.
+// The dialog's peer counts how often it was shown; the dialog's label says for which job.
 void World::CountOffers() {
     const int shown = peers.Of(*program->AccountDialog()).shown;
     if (shown != shownBefore_) {

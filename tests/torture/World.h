@@ -14,17 +14,17 @@ namespace korvanta::torture {
 
 enum class Detection { File, Spooler, Spooler9x, HTTP };
 
-// What became of one print job, as far as anybody outside the program can see.
+// What happened to one print job, as seen from outside the program.
 struct JobRecord {
     std::int32_t id = 0;
     int offered = 0;         // how often the dialog was shown for it
     int notified = 0;        // whole notification files
-    int told = 0;            // messages that end a job: it could not be notified, or was (or was not) cancelled
+    int told = 0;            // messages that end a job: not notified, cancelled, could not be cancelled
     int refused = 0;         // such messages that could not be shown
-    bool cancelled = false;  // taken out of the spooler's queue by the client
+    bool cancelled = false;  // deleted from the spooler's queue by the client
 };
 
-// The whole program over the fakes, in an organisation of one server with one printer, and the user in front of it.
+// The whole program over the fakes, in an organisation with one server and one printer, and the program's user.
 class World {
   public:
     explicit World(Detection detection);
@@ -37,30 +37,30 @@ class World {
     std::unique_ptr<basKorvanta> program;
 
     bool Start();
-    // Ends the program as a logoff does. What is left open then stays counted.
+    // Ends the program as a logoff does. Handles that it leaves open stay counted as open.
     void End();
 
-    // Seconds of the program's timers; whatever they raise comes out here.
+    // Lets the program's timers tick for so many seconds. Whatever a handler raises passes through.
     void Tick(int seconds);
-    // The user prints: a job file and the counter on the server, or a job in the spooler's queue.
+    // The user prints: the server gets a job file and a new counter, or the spooler a job in its queue.
     void Print(const std::u16string& document);
     // Ticks until the dialog is up, at most so many seconds.
     bool WaitForDialog(int seconds);
     bool DialogIsUp();
-    // The user chooses the account and presses OK, or presses Cancel. False: the dialog is still there.
+    // The user chooses the account and presses OK, or presses Cancel. Returns false if the dialog is still shown.
     bool Accept(std::int32_t account);
     bool Cancel();
-    // Answers the dialog until no job is left, with Cancel where OK does nothing.
+    // Answers the dialog until no job is left. Where OK has no effect it presses Cancel.
     void AnswerAll();
 
-    // A message box that could not be shown, told by whoever let it fail.
+    // For the code that makes message boxes fail: this one could not be shown.
     void BoxRefused(const std::u16string& text) { BoxShown(text, &JobRecord::refused); }
 
     const std::map<std::u16string, JobRecord>& Jobs();
     const std::u16string& MethodCaption() const { return program->MainForm()->lblJobDetectionMethod.Caption(); }
     Detection DetectionMethod() const { return detection_; }
 
-    // The preferred accounts that a new start of the program would show, faults aside.
+    // The preferred accounts that the program would show after a restart without faults.
     std::vector<std::int32_t> PreferredAfterRestart();
 
     static constexpr const char16_t* printer = u"\\\\SRV1\\laser";

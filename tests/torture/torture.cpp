@@ -1,4 +1,4 @@
-// Lets every call of every platform interface fail at every point of whole scenarios of the program.
+// Makes every call of every platform interface fail, at every point of whole scenarios of the program.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -56,7 +56,7 @@ struct Totals {
     std::map<std::string, int> ends;
 };
 
-// Which run is under way, for the report of a crash.
+// The current run, for the report of a crash.
 char current[400] = "";
 
 void TellCurrent() {
@@ -133,7 +133,7 @@ void Report(const Scenario& scenario, Detection detection, const Point& point, c
     }
 }
 
-// Every fault of one point that the options leave.
+// Every fault at one point that the options do not exclude.
 void TryPoint(const Scenario& scenario, Detection detection, const Options& options, const Point& point,
               std::size_t index, Totals& totals) {
     const bool isClock = point.call == "Clock.Now";
@@ -145,7 +145,7 @@ void TryPoint(const Scenario& scenario, Detection detection, const Options& opti
             continue;
         }
         std::vector<std::uint32_t> codes = CodesOf(point.call);
-        // How a call fails matters most when it is the only one.
+        // With many failing calls the error code matters less, so one code is enough.
         const bool half = codes.back() == korvanta::fakes::FaultPlan::halfDone;
         if (options.code.empty() && (wide || (reach == Reach::SameCall && !half))) {
             codes.resize(1);
@@ -205,7 +205,7 @@ void PrintRow(const Scenario& scenario, Detection detection, const Totals& total
 
 }  // namespace
 
-// Most of the time would go into remembering where millions of short-lived pieces of memory come from.
+// Recording the stack of each of millions of short allocations would take most of the time.
 extern "C" const char* __asan_default_options();
 extern "C" const char* __asan_default_options() {
     return "malloc_context_size=4:quarantine_size_mb=8";
